@@ -1,0 +1,51 @@
+#pragma once
+// The program under test, in a process of its own.
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <cstdint>
+#include <map>
+#include <string>
+
+/// The program's directory, made for one measurement.
+class Home {
+public:
+    /// With settings for the port at `device`, a TransmitDelay of 1 ms and, if `fast`, UseFastBaud; no port when
+    /// `device` is empty.
+    explicit Home(const std::string& device = {}, int baud = 9600, bool fast = false);
+
+    QString Path(const QString& name = {}) const { return directory_.filePath(name); }
+
+    /// Makes a .HEX file with `kilobytes` of data that look like a program's, 32 bytes to the record. Returns the
+    /// number of its lines, the end record among them.
+    int MakeHexFile(const QString& name, int kilobytes) const;
+
+    /// The same as an .S19 file with addresses from `address` on, S0 and S8 records around it.
+    int MakeS19File(const QString& name, int kilobytes, std::uint32_t address) const;
+
+private:
+    QTemporaryDir directory_;
+};
+
+/// What the wizard in this process is to do, and its end.
+int RunWizard(const QString& task, int argc, char** argv);
+
+/// Prepares a program of the build directory to run offscreen on that home.
+void Prepare(QProcess& process, const Home& home, const QString& program, const QStringList& arguments);
+
+/// Runs this program as a wizard with a task and returns the figures that it printed; empty when it failed or took
+/// longer than `seconds`. The tasks:
+///     start   ends when the window is painted; "painted" is that moment in ns of the system's steady clock
+///     flash   sends BENCH.HEX to a main board
+///     blocks  sends BENCH.S19, with BOOT.S19 ahead of it, to an RF6 board
+///     records sends BENCH.S19 to an RF7 board
+///     check   tests BENCH.HEX ten times over; "check0" to "check9" are the times in us
+///     check19 tests BENCH.S19 for an RF7 board likewise
+///     images  fills both images of an RF board from BENCH.S19 likewise
+/// All give "memory", the peak in KB.
+std::map<std::string, double> RunTask(const Home& home, const QString& task, int seconds);
+
+/// The most that "memory" has been, in KB.
+double PeakMemory();

@@ -1,0 +1,109 @@
+// What the running software answers to its commands.
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "simulator/Antenna.h"
+
+namespace sim {
+
+namespace {
+
+// Times in seconds.
+constexpr double thinking = 0.02;  // from a command to its answer
+constexpr double pieceGap = 0.15;  // between the pieces of an answer that comes in pieces on request
+constexpr double lagGap = 0.04;    // and of one that lags
+
+constexpr std::size_t shortText = 8;  // what is no longer comes in one piece
+
+std::string Upper(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
+}
+
+/// Answers that are always the same.
+struct Fixed {
+    const char* command;
+    const char* answer;
+};
+
+constexpr std::array<Fixed, 8> fixedAnswers{{
+    {"HALT", "HALT"},
+    {"DEBUGON", "DEBUGON"},
+    {"STATE", "STATE = TRACKING"},
+    {"SIGLEVEL", "SIGLEVEL = 78"},
+    {"=CALGYRO", "=CALGYRO OK"},
+    {"=CALAZ", "=CALAZ OK"},
+    {"=CALEL", "=CALEL OK"},
+    {"SATLISTA", "SATLISTA,DSS_101,ECHO_119,HOTBIRD,ASTRA1"},
+}};
+
+}  // namespace
+
+void Antenna::TakeCommand(const std::string& command, double now)
+{
+    if (ResetsOn(command) || Upper(command) == "RESET") {
+        report("reset by \"" + command + "\"");
+        Restart(now, Upper(command).starts_with("FLASH") ? resetPatience : powerPatience);
+        return;
+    }
+    // What is lost isn't carried out either.
+    const std::string told = faults_.Mutes(command) ? "" : AnswerTo(command);
+    if (told.empty() && !command.empty()) {
+        report("\"" + command + "\" is left unanswered");
+        return;
+    }
+    const std::string answer = "\r\n>" + told + (command.empty() ? "" : "\r\n");
+    report("\"" + command + "\": " + answer.substr(2, answer.find_last_not_of("\r\n") - 1));
+    const bool isVersion = Upper(command) == "VERSION" || Upper(command) == "@VER";
+    if (isVersion && faults_.Strikes("split-versions")) {
+        SayPieces(answer, 3, pieceGap, now + thinking + faults_.Delay());
+    } else {
+        Answer(answer, now + thinking);
+    }
+}
+
+/// Empty when the command stays unanswered.
+std::string Antenna::AnswerTo(const std::string& command)
+{
+    const std::string word = Upper(command);
+    if (word.empty()) return {};
+    if (word == "VERSION" || (word == "@VER" && unit_.keeps == Keeps::OfRFBoard)) return unit_.version;
+    if (word == "@VER" && *unit_.rfVersion != '\0') return std::string("RF: ") + unit_.rfVersion;
+    if (unit_.loader == Loader::SRecords && (word == "FPGAREV" || word == "BAPIREV")) {
+        const std::string& revision = parts_[word == "FPGAREV" ? 1 : 2].revision;
+        return revision.empty() ? revision : word.substr(0, 4) + " Rev: " + revision;
+    }
+    for (const Fixed& fixed : fixedAnswers) {
+        if (unit_.keeps != Keeps::Nothing && word == fixed.command) return fixed.answer;
+    }
+    if (word == "CLEAREE" && unit_.keeps != Keeps::Nothing) {
+        parameters_.Lose();
+        return word;
+    }
+    const std::string answer = parameters_.Answer(command);
+    return answer.empty() ? "? " + command : answer;
+}
+
+/// Says it as late as the faults in force want it, but never ahead of an answer that was given before; gives the time.
+double Antenna::Answer(const std::string& text, double when)
+{
+    when = std::max(when + faults_.Delay(), lastAnswer_);
+    const bool pieces = faults_.Lags() && text.size() > shortText;
+    SayPieces(text, pieces ? 3 : 1, lagGap, when);
+    return lastAnswer_ = when + (pieces ? 2 * lagGap : 0);
+}
+
+void Antenna::SayPieces(const std::string& text, std::size_t pieces, double gap, double when)
+{
+    const std::size_t length = text.size() / pieces;
+    for (std::size_t piece = 0; piece < pieces; ++piece) {
+        const std::string part = text.substr(piece * length, piece + 1 == pieces ? std::string::npos : length);
+        At(when + static_cast<double>(piece) * gap, [this, part](double then) { Say(part, then); });
+    }
+}
+
+}  // namespace sim

@@ -1,0 +1,209 @@
+#include "desktop/Binder.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <algorithm>
+#include <string_view>
+
+#include "desktop/Looks.h"
+
+namespace {
+
+constexpr double paintsPerSecond = 15;
+constexpr double burst = 5;
+constexpr qint64 overdueMs = 30;
+// What was put off waits this much longer for the next turn, which is behind a send and so costs the antenna nothing; a
+// timer alone might paint just when the antenna answers.
+constexpr int patienceMs = 30;
+
+/// The name of the array to which a control belongs; empty when it stands alone.
+std::string_view ArrayOf(std::string_view name)
+{
+    const std::size_t bar = name.rfind('_');
+    if (bar == std::string_view::npos || bar + 1 == name.size()) return {};
+    const bool numbered = name.find_first_not_of("0123456789", bar + 1) == std::string_view::npos;
+    return numbered ? name.substr(0, bar) : std::string_view();
+}
+
+}  // namespace
+
+Binder::Binder(CaughtFailure& caught) : caught_(caught), paintsLeft_(burst)
+{
+    sincePaint_.start();
+    later_.setSingleShot(true);
+    later_.setTimerType(Qt::PreciseTimer);
+    connect(&later_, &QTimer::timeout, this, &Binder::Paint);
+}
+
+void Binder::Attach(Form& form, QWidget& window)
+{
+    Bound& bound = bound_.emplace_back(Bound{&form, &window, 0, {}});
+    BindNew(bound);
+    if (auto* dialog = qobject_cast<QDialog*>(&window)) {
+        // Closing a dialog is its Cancel button.
+        connect(dialog, &QDialog::rejected, this, [this, &form] {
+            const auto cancel = std::find_if(form.Controls.begin(), form.Controls.end(),
+                                             [](const Control* control) { return control->Name == "cmdCancel"; });
+            form.Changed = true;
+            ++FormsRevision;
+            if (cancel != form.Controls.end() && form.Visible) Click(**cancel);
+        });
+    }
+    ++FormsRevision;
+}
+
+QWidget* Binder::WindowOf(const Form& form) const
+{
+    for (const Bound& bound : bound_)
+        if (bound.form == &form) return bound.window;
+    return nullptr;
+}
+
+void Binder::BindNew(Bound& bound)
+{
+    while (bound.controls < bound.form->Controls.size()) Bind(bound, *bound.form->Controls[bound.controls++]);
+}
+
+void Binder::Bind(Bound& bound, Control& control)
+{
+    const QString name = Words(control.Name);
+    if (auto* widget = bound.window->findChild<QWidget*>(name)) {
+        bound.shown.emplace_back(control, *widget);
+        ConnectWidget(bound, control, *widget);
+        return;
+    }
+    auto* action = bound.window->findChild<QAction*>(name);
+    if (!action) {
+        // Items of an array under a menu come and go while the program runs.
+        const QString array = Words(ArrayOf(control.Name));
+        auto* menu = array.endsWith(u"_Item") ? bound.window->findChild<QMenu*>(array.chopped(5)) : nullptr;
+        if (!menu) return;
+        action = menu->addAction(QString());
+        action->setObjectName(name);
+        action->setCheckable(true);
+        menu->setToolTipsVisible(true);
+    }
+    bound.shown.emplace_back(control, *action);
+    connect(action, &QAction::triggered, this, [this, &control] { Click(control); });
+}
+
+void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
+{
+    if (qobject_cast<QRadioButton*>(&widget)) {
+        ConnectOption(bound, control, widget);
+    } else if (auto* button = qobject_cast<QAbstractButton*>(&widget)) {
+        connect(button, &QAbstractButton::clicked, this, [this, &control, button] {
+            if (button->isCheckable()) control.Value = button->isChecked() ? 1 : 0;
+            Click(control);
+        });
+    } else if (auto* choice = qobject_cast<QComboBox*>(&widget)) {
+        choice->setFocusPolicy(Qt::StrongFocus);
+        choice->installEventFilter(this);
+        connect(choice, &QComboBox::activated, this, [this, &control](int index) {
+            control.ListIndex = index;
+            Click(control);
+        });
+    } else if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
+        lines_[line] = &control;
+        line->installEventFilter(this);
+        connect(line, &QLineEdit::textEdited, this,
+                [&control](const QString& words) { control.Text = words.toStdString(); });
+    }
+}
+
+void Binder::ConnectOption(Bound& bound, Control& control, QWidget& option)
+{
+    Form& form = *bound.form;
+    connect(qobject_cast<QRadioButton*>(&option), &QAbstractButton::clicked, this, [this, &form, &control] {
+        const std::string_view array = ArrayOf(control.Name);
+        for (Control* other : form.Controls)
+            if (!array.empty() && other != &control && ArrayOf(other->Name) == array) other->Value = 0;
+        control.Value = 1;
+        Click(control);
+    });
+}
+
+void Binder::Click(Control& control)
+{
+    // The toolkit may have toggled the widget by itself; whatever the handler does, it shows the control's state.
+    control.Changed = true;
+    ++FormsRevision;
+    Act([&control] {
+        if (control.Click) control.Click();
+    });
+}
+
+void Binder::Act(const std::function<void()>& handler)
+{
+    caught_.Run(handler);
+    Paint();
+}
+
+void Binder::Paint()
+{
+    later_.stop();
+    if (paintedRevision_ == FormsRevision) return;
+    paintedRevision_ = FormsRevision;
+    paintsLeft_ =
+        std::min(burst, paintsLeft_ + static_cast<double>(sincePaint_.restart()) * paintsPerSecond / 1000) - 1;
+    paintsLeft_ = std::max(paintsLeft_, 0.0);
+    for (Bound& bound : bound_) {
+        BindNew(bound);
+        for (ShownControl& shown : bound.shown) {
+            if (!shown.control.Changed) continue;
+            shown.control.Changed = false;
+            shown.Apply();
+        }
+        PaintForm(*bound.form, *bound.window);
+    }
+    if (Painted) Painted();
+}
+
+void Binder::PaintForm(Form& form, QWidget& window)
+{
+    if (!form.Changed) return;
+    form.Changed = false;
+    window.setWindowTitle(Words(form.Caption()));
+    window.setEnabled(form.Enabled);
+    window.setVisible(form.Visible);
+}
+
+void Binder::PaintInTurn()
+{
+    if (paintedRevision_ == FormsRevision) return;
+    const double left = paintsLeft_ + static_cast<double>(sincePaint_.elapsed()) * paintsPerSecond / 1000;
+    if (left >= 1)
+        Paint();
+    else if (!later_.isActive())
+        later_.start(static_cast<int>((1 - left) * 1000 / paintsPerSecond) + patienceMs);
+}
+
+void Binder::PaintOverdue()
+{
+    if (sincePaint_.elapsed() >= overdueMs) PaintInTurn();
+}
+
+bool Binder::eventFilter(QObject* watched, QEvent* event)
+{
+    // A wheel that scrolls the page must not choose another board on its way.
+    if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched)) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress || !lines_.contains(watched)) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    constexpr int enter = 13;
+    const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    const int code = isEnter ? enter : key->text().isEmpty() ? 0 : key->text().at(0).unicode();
+    if (code == 0) return false;
+    bool swallowed = false;
+    Control& control = *lines_.at(watched);
+    Act([&] { swallowed = control.KeyPress && control.KeyPress(code); });
+    return swallowed;
+}

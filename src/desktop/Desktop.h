@@ -1,0 +1,37 @@
+#pragma once
+// The program with its windows, put together: port, computer, forms. There is one at a time.
+
+#include <QDialog>
+
+#include "desktop/Binder.h"
+#include "desktop/CaughtFailure.h"
+#include "desktop/DesktopComputer.h"
+#include "desktop/Ports.h"
+#include "desktop/WizardWindow.h"
+#include "platform/posix/PosixSerialControl.h"
+
+class Desktop {
+public:
+    /// Takes the places of `computer` and `MSComm1` for as long as it lives.
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// The whole program, to its end.
+    void Run();
+
+    WizardWindow& Window() { return window_; }
+
+private:
+    void StayUntilClosed();
+
+    const std::string directory_;
+    CaughtFailure caught_;
+    Ports ports_;
+    PosixSerialControl port_;
+    Binder binder_;
+    DesktopComputer computer_;
+    WizardWindow window_;
+    QDialog flashFileDialog_;
+};

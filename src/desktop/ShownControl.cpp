@@ -1,0 +1,239 @@
+#include "desktop/ShownControl.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QTextCursor>
+
+#include "desktop/Looks.h"
+
+namespace {
+
+/// A caption without the mark of its key.
+QString Spoken(QString caption) { return caption.remove(u'&'); }
+
+/// Check boxes don't wrap their captions.
+QString Folded(const QString& caption)
+{
+    constexpr int longest = 44;
+    QString folded;
+    int length = 0;
+    for (const QString& word : caption.split(u' ')) {
+        if (length > 0) folded += length + word.size() > longest ? u'\n' : u' ';
+        length =
+            length + word.size() > longest ? static_cast<int>(word.size()) : length + static_cast<int>(word.size()) + 1;
+        folded += word;
+    }
+    return folded;
+}
+
+QFont DrawnFont(const QWidget& widget)
+{
+    QFont font = widget.font();
+    if (qobject_cast<const QPlainTextEdit*>(&widget)) font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QVariant scale = widget.property("fontScale");
+    if (scale.isValid()) font.setPointSizeF(font.pointSizeF() * scale.toDouble());
+    return font;
+}
+
+/// The buttons that lead on stand out while they can be pressed; on dark palettes the style draws options so dark that
+/// they can't be found.
+QPalette DrawnPalette(const QWidget& widget)
+{
+    QPalette palette;
+    const QColor window = palette.color(QPalette::Window), ink = palette.color(QPalette::WindowText);
+    const bool option = qobject_cast<const QRadioButton*>(&widget) || qobject_cast<const QCheckBox*>(&widget);
+    if (option && window.lightness() < ink.lightness()) palette.setColor(QPalette::Base, Mixed(ink, window, 0.35));
+    if (!widget.property("leadsOn").toBool()) return palette;
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        const QColor light = palette.color(QPalette::Active, QPalette::Highlight);
+        palette.setColor(group, QPalette::Button, light);
+        palette.setColor(group, QPalette::ButtonText, ReadableOn(light));
+    }
+    return palette;
+}
+
+}  // namespace
+
+ShownControl::ShownControl(Control& shown, QWidget& widget)
+    : control(shown), widget_(&widget), font_(DrawnFont(widget)), name_(widget.accessibleName())
+{
+    if (const auto* box = qobject_cast<QPlainTextEdit*>(&widget)) readOnly_ = box->isReadOnly();
+    if (const auto* line = qobject_cast<QLineEdit*>(&widget)) readOnly_ = line->isReadOnly();
+}
+
+ShownControl::ShownControl(Control& shown, QAction& action) : control(shown), action_(&action) {}
+
+void ShownControl::Apply()
+{
+    if (action_) ApplyAction();
+    if (widget_) ApplyWidget(*widget_);
+}
+
+void ShownControl::ApplyAction()
+{
+    const QSignalBlocker quiet(action_);
+    action_->setText(Words(control.Caption()));
+    action_->setEnabled(control.Enabled);
+    action_->setVisible(control.Visible);
+    action_->setToolTip(Words(control.ToolTipText()));
+    if (action_->isCheckable()) action_->setChecked(control.Value == 1);
+}
+
+void ShownControl::ApplyWidget(QWidget& widget)
+{
+    const QSignalBlocker quiet(&widget);
+    if (auto* menu = qobject_cast<QMenu*>(&widget)) return ApplyMenu(*menu);
+    ApplyContent(widget);
+    ApplyFont(widget);
+    ApplyColors(widget);
+    widget.setToolTip(Words(control.ToolTipText()));
+    widget.setEnabled(control.Enabled);
+    ApplyVisible(widget);
+}
+
+void ShownControl::ApplyContent(QWidget& widget)
+{
+    if (auto* label = qobject_cast<QLabel*>(&widget)) return ApplyLabel(*label);
+    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) return ApplyButton(*button);
+    if (auto* choice = qobject_cast<QComboBox*>(&widget)) return ApplyChoice(*choice);
+    if (auto* line = qobject_cast<QLineEdit*>(&widget)) return ApplyLine(*line);
+    if (auto* box = qobject_cast<QPlainTextEdit*>(&widget)) return ApplyText(*box);
+    if (auto* bar = qobject_cast<QProgressBar*>(&widget)) bar->setValue(control.Value);
+}
+
+void ShownControl::ApplyLabel(QLabel& label)
+{
+    QString words = Words(control.Caption()).remove(u'\r');
+    if (name_ != u"Caption" && name_ != u"Heading") label.setAccessibleName(name_ + u": "_qs + words);
+    if (label.buddy()) words.replace(u"&"_qs, u"&&"_qs);
+    label.setText(words);
+}
+
+void ShownControl::ApplyButton(QAbstractButton& button)
+{
+    const QString caption = Words(control.Caption());
+    button.setText(qobject_cast<QCheckBox*>(&button) ? Folded(caption) : caption);
+    if (!caption.isEmpty()) button.setAccessibleName(Spoken(caption));
+    if (button.isCheckable()) button.setChecked(control.Value == 1);
+}
+
+void ShownControl::ApplyChoice(QComboBox& choice)
+{
+    if (shownList_ != control.List()) {
+        shownList_ = control.List();
+        choice.clear();
+        for (const std::string& entry : shownList_) choice.addItem(Words(entry));
+    }
+    choice.setCurrentIndex(control.ListIndex);
+}
+
+void ShownControl::ApplyLine(QLineEdit& line)
+{
+    const QString words = Words(control.Text());
+    if (line.text() != words) line.setText(words);
+    line.setReadOnly(readOnly_ || control.Locked);
+}
+
+void ShownControl::ApplyText(QPlainTextEdit& box)
+{
+    box.setReadOnly(readOnly_ || control.Locked);
+    std::string_view text = control.Text();
+    if (text.ends_with('\r')) text.remove_suffix(1);  // the other half of this line end is still to come
+    if (text == shownText_) return;
+    if (text.starts_with(shownText_)) {
+        AppendLines(box, Lines(text.substr(shownText_.size())));
+    } else {
+        box.setPlainText(Lines(text));
+        box.moveCursor(QTextCursor::End);
+    }
+    shownText_ = text;
+}
+
+void AppendLines(QPlainTextEdit& box, const QString& lines)
+{
+    const QTextCursor users = box.textCursor();
+    const int anchor = users.anchor(), position = users.position();
+    const int scrolled = box.verticalScrollBar()->value();
+    const bool follow = !users.hasSelection() && scrolled >= box.verticalScrollBar()->maximum();
+
+    QTextCursor end(box.document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(lines);
+
+    if (follow) {
+        box.moveCursor(QTextCursor::End);
+        box.verticalScrollBar()->setValue(box.verticalScrollBar()->maximum());
+        return;
+    }
+    QTextCursor restored(box.document());
+    restored.setPosition(anchor);
+    restored.setPosition(position, QTextCursor::KeepAnchor);
+    box.setTextCursor(restored);
+    box.verticalScrollBar()->setValue(scrolled);
+}
+
+void ShownControl::ApplyMenu(QMenu& menu)
+{
+    menu.setTitle(Words(control.Caption()));
+    menu.menuAction()->setEnabled(control.Enabled);
+    menu.menuAction()->setVisible(control.Visible);
+}
+
+void ShownControl::ApplyVisible(QWidget& widget)
+{
+    auto* stack = qobject_cast<QStackedWidget*>(widget.parentWidget());
+    if (stack) {
+        // The step that comes is told to be visible; the one that goes needs no word of its own.
+        const bool comes = control.Visible && stack->currentWidget() != &widget;
+        if (comes) stack->setCurrentWidget(&widget);
+        return;
+    }
+    const bool emptyLabel = qobject_cast<QLabel*>(&widget) && control.Caption().empty();
+    widget.setVisible(control.Visible && !emptyLabel);
+}
+
+void ShownControl::ApplyFont(QWidget& widget)
+{
+    constexpr double enlargement = 1.25;
+    QFont font = font_;
+    if (control.Bold) font.setBold(true);
+    if (control.Enlarged) font.setPointSizeF(font.pointSizeF() * enlargement);
+    if (font != widget.font()) widget.setFont(font);
+}
+
+void ShownControl::ApplyColors(QWidget& widget)
+{
+    if (control.BackColor == Standard && control.ForeColor == Standard) {
+        widget.setPalette(DrawnPalette(widget));
+        widget.setAutoFillBackground(false);
+        return;
+    }
+    constexpr double tint = 0.45, readable = 3;
+    const bool button = qobject_cast<QPushButton*>(&widget), label = qobject_cast<QLabel*>(&widget);
+    const QPalette::ColorRole ground = button ? QPalette::Button : label ? QPalette::Window : QPalette::Base;
+    const QPalette::ColorRole ink = button ? QPalette::ButtonText : label ? QPalette::WindowText : QPalette::Text;
+
+    QPalette palette;
+    QColor back = control.BackColor == Standard ? palette.color(ground) : ToColor(control.BackColor);
+    if (button) back = Mixed(back, palette.color(ground), tint);  // a button is to be seen, not to glare
+    QColor fore = control.ForeColor == Standard ? ReadableOn(back) : ToColor(control.ForeColor);
+    // A text colour alone may meet a palette on which it can't be seen.
+    if (control.BackColor == Standard && Contrast(back, fore) < readable) back = ReadableOn(fore);
+    if (Contrast(back, fore) < readable) fore = ReadableOn(back);
+    palette.setColor(ground, back);
+    palette.setColor(ink, fore);
+    widget.setPalette(palette);
+    widget.setAutoFillBackground(label);
+}

@@ -1,0 +1,54 @@
+#pragma once
+// One control of a form and the widget or menu entry that shows it.
+
+#include <QAction>
+#include <QFont>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <string>
+
+#include "forms/Control.h"
+
+class QAbstractButton;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPlainTextEdit;
+
+class ShownControl {
+public:
+    ShownControl(Control& control, QWidget& widget);
+    ShownControl(Control& control, QAction& action);
+
+    /// Brings the widget up to what the control says.
+    void Apply();
+
+    Control& control;
+
+private:
+    void ApplyAction();
+    void ApplyWidget(QWidget& widget);
+    void ApplyContent(QWidget& widget);
+    void ApplyLabel(QLabel& label);
+    void ApplyButton(QAbstractButton& button);
+    void ApplyChoice(QComboBox& choice);
+    void ApplyLine(QLineEdit& line);
+    void ApplyText(QPlainTextEdit& box);
+    void ApplyMenu(QMenu& menu);
+    void ApplyVisible(QWidget& widget);
+    void ApplyFont(QWidget& widget);
+    void ApplyColors(QWidget& widget);
+
+    QPointer<QWidget> widget_;
+    QPointer<QAction> action_;
+    QFont font_;                          // as the form was drawn, neither Bold nor Enlarged
+    QString name_;                        // what a screen reader says ahead of a label's text
+    bool readOnly_ = false;               // as the form was drawn, not Locked
+    std::string shownText_;               // of a box of many lines
+    std::vector<std::string> shownList_;  // of a combo box
+};
+
+/// Appends to a box of many lines. The end stays in view unless the user has scrolled up or marked something.
+void AppendLines(QPlainTextEdit& box, const QString& lines);

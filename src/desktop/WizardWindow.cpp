@@ -1,0 +1,128 @@
+#include "desktop/WizardWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "desktop/Looks.h"
+#include "desktop/ui_frmWizard.h"
+#include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmWizard.h"
+#include "wizard/frmWizard_Events.h"
+
+namespace {
+
+/// The code that the core knows a key by; 0 for keys that it has no use for.
+int KeyCode(int key)
+{
+    constexpr int f1 = 112;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F16) return f1 + key - Qt::Key_F1;
+    if (key >= Qt::Key_Space && key <= Qt::Key_Z) return key;
+    return 0;
+}
+
+}  // namespace
+
+WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
+    : binder_(binder), caught_(caught), ui_(std::make_unique<Ui::frmWizard>())
+{
+    ui_->setupUi(this);
+    ui_->splitter->setStretchFactor(0, 3);
+    ui_->splitter->setStretchFactor(1, 2);
+    portState_.setObjectName(u"portState"_qs);
+    portState_.setTextFormat(Qt::PlainText);
+    ui_->statusBar->addWidget(&portState_);
+    connect(ui_->steps, &QStackedWidget::currentChanged, this, &WizardWindow::ShowStep);
+    connect(ui_->mnuCommPort, &QMenu::aboutToShow, this, [this] { binder_.Act(mnuCommPort_Open); });
+    binder_.Painted = [this] {
+        ShowPortState();
+        KeepFocus();
+    };
+    qApp->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, &WizardWindow::NoteFocus);
+    FitToScreen();
+}
+
+WizardWindow::~WizardWindow() = default;
+
+void WizardWindow::FitToScreen()
+{
+    const int letter = fontMetrics().height();
+    const QSize room = screen()->availableGeometry().size() - QSize(letter, letter * 2);  // the frame takes a little
+    resize(QSize(letter * 90, letter * 50).boundedTo(room));
+    ui_->splitter->setSizes({width() * 3 / 5, width() * 2 / 5});
+}
+
+void WizardWindow::resizeEvent(QResizeEvent* event)
+{
+    constexpr int lettersForNames = 50;
+    ui_->road->SetCompact(width() < fontMetrics().height() * lettersForNames);
+    QMainWindow::resizeEvent(event);
+}
+
+void WizardWindow::ShowStep(int step)
+{
+    ui_->road->SetStep(step);
+    if (auto* page = qobject_cast<QScrollArea*>(ui_->steps->widget(step))) page->verticalScrollBar()->setValue(0);
+}
+
+void WizardWindow::ShowPortState()
+{
+    const Control& state = frmWizard.lblCommPortStatus;
+    portState_.setText(Words(state.Caption()).simplified());
+    portState_.setToolTip(Words(state.ToolTipText()));
+    QFont font = this->font();
+    font.setBold(state.Bold);
+    portState_.setFont(font);
+}
+
+/// A button that is disabled while it has the focus hands it to whatever comes next, the command line for instance.
+/// Whoever works with the keyboard finds it on the button that leads on as soon as there is one, and nowhere till then.
+void WizardWindow::NoteFocus(QWidget* old, QWidget* now)
+{
+    if (leadOn_ && now == ui_->centralWidget) return;
+    leadOn_ = old && now && old->parentWidget() == ui_->picNav && !old->isEnabled();
+}
+
+void WizardWindow::KeepFocus()
+{
+    if (!leadOn_) return;
+    QPushButton* const leadsOn[] = {ui_->cmdNav_2, ui_->cmdNav_3};
+    for (QPushButton* button : leadsOn)
+        if (button->isEnabled()) return button->setFocus();
+    ui_->centralWidget->setFocus();
+}
+
+void WizardWindow::closeEvent(QCloseEvent* event)
+{
+    bool goes = false;
+    binder_.Act([&goes] {
+        Form_QueryUnload();
+        goes = Form_Unload();
+    });
+    event->setAccepted(goes);
+}
+
+bool WizardWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
+    auto* widget = static_cast<QWidget*>(watched);
+    QWidget* window = widget->window();
+    // The same press goes on to the parents of a widget that doesn't take it; it counts where it arrives first.
+    if (widget != (window->focusWidget() ? window->focusWidget() : window)) return false;
+
+    const auto* press = static_cast<QKeyEvent*>(event);
+    const int key = KeyCode(press->key());
+    if (key == 0) return false;
+    const Qt::KeyboardModifiers held = press->modifiers();
+    const bool shift = held & Qt::ShiftModifier, ctrl = held & Qt::ControlModifier, alt = held & Qt::AltModifier;
+    bool taken = false;
+    if (window == this)
+        binder_.Act([&] { taken = Form_KeyDown(key, shift, ctrl, alt); });
+    else if (window == binder_.WindowOf(frmSelectFlashFileDialog.Self))
+        binder_.Act([&] { taken = frmSelectFlashFileDialog_KeyDown(key, shift, ctrl, alt); });
+    return taken;
+}

@@ -1,0 +1,108 @@
+// STATE_BOOT_UPGRADE: the old boot loader of board 1 takes its own successor, 64 bytes for each "$". It has no time-out
+// of its own: the old loader may be slow, and it must not be left half written.
+
+#include <stdexcept>
+
+#include "display/Display.h"
+#include "flash/FileIO.h"
+#include "flash/FlashRFBoard.h"
+#include "flash/Phases.h"
+#include "flash/SRecord.h"
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "knowledge/BoardTable.h"
+#include "persistence/Logs.h"
+#include "platform/Failure.h"
+#include "platform/ProgramFiles.h"
+#include "platform/SerialControl.h"
+#include "text/Text.h"
+
+namespace {
+
+constexpr std::int32_t firstByte = 1024;  // what lies ahead of it stays as it is
+constexpr std::int32_t behindLast = 32256;
+constexpr std::int32_t blockLength = 64;
+
+/// The high copy of the boot block is folded down to the low one. Sums aren't tested here; that is on purpose.
+void StoreRecord(const std::string& line)
+{
+    const SRecord record = ParseSRecord(line);
+    if (record.type != 1) return;
+    std::uint32_t address = record.address >= 33792 ? record.address - 32768 : record.address;
+    for (const std::uint8_t byte : record.data) {
+        if (address >= Session.BootUpgradeImage.size())
+            throw Failure{FAIL_SUBSCRIPT, Session.sBootloaderUpgradeFile + ": address " + text::Hex(record.address, 4) +
+                                              " lies beyond the boot loader"};
+        Session.BootUpgradeImage[address++] = byte;
+    }
+}
+
+void LoadUpgradeFile()
+{
+    long records = 0;
+    while (!FlashFileAtEnd()) {
+        const std::string line = GetLine();
+        if (!IsSRecord(line)) continue;
+        frmWizard.lblBytesSent[1].Caption = text::Num(++records);
+        StoreRecord(line);
+    }
+    Session.lBootBytePos = firstByte;
+    CloseFlashFile();
+}
+
+void SendBootUpgradeBlock()
+{
+    ShowProgress(PercentOf(Session.lBootBytePos, behindLast));
+    const auto begin = Session.BootUpgradeImage.begin() + Session.lBootBytePos;
+    Session.lBootBytePos += blockLength;
+    // In one piece: the old loader needs no pause inside a block.
+    MSComm1->Output(std::string(begin, begin + blockLength));
+}
+
+void EndUpgrade()
+{
+    Session.bUpgradeBootloader = false;
+    Session.iCommMode = STATE_WAIT_RESET;
+    ShowBanner(0,
+               "*** Boot loader for " + BoardNameForLog() + " upgraded. Please restart the Burnline Assistant now. ***",
+               PaleYellow, Red);
+    ShowMsgBox(30, "CommHandler");
+    frmWizard.lblFlashStatus[0].Visible = true;
+    frmWizard.lblStep[5].Caption = "Flashing RF board with file " + text::Trim(Session.sFlashFile);
+    ShowAllCommsTextUpdate("Please cycle power to the antenna to continue.\r\n");
+}
+
+}  // namespace
+
+bool SetupBootloaderUpgrade()
+{
+    bool loaded = false;
+    Guarded("SetupBootloaderUpgrade", [&] {
+        Session.BootUpgradeImage.fill(255);
+        frmWizard.lblStep[5].Caption = "Upgrading boot loader... ";
+        const std::string& file = Session.sBootloaderUpgradeFile;
+        WriteLogLine("Bootloader will be upgraded to file " + file + ".");
+        if (!ProgramFileExists(file)) {
+            ShowMsgBox(5, "SetupBootloaderUpgrade, after Dir(" + file + ") failed.");
+            return;
+        }
+        if (OpenFlashFile(file) != FILE_OPENED) {
+            Session.bFlashFileBad = true;
+            ShowMsgBox(20, "SetupBootloaderUpgrade, after discovering bootloader upgrade file to be corrupt.");
+            return;
+        }
+        LoadUpgradeFile();
+        loaded = true;
+    });
+    return loaded;
+}
+
+void OnUpgradeReply(const std::string& chunk)
+{
+    if (!text::Holds(chunk, "$")) return;
+    if (Session.lBootBytePos < behindLast)
+        SendBootUpgradeBlock();
+    else
+        EndUpgrade();
+}

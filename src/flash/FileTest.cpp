@@ -1,0 +1,68 @@
+#include "flash/FileTest.h"
+
+#include <stdexcept>
+
+#include "display/Display.h"
+#include "flash/FileIO.h"
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "persistence/Logs.h"
+#include "platform/Computer.h"
+#include "text/Text.h"
+
+namespace {
+
+void TellCorruption(const FileTest& test, long record, const std::string& fault)
+{
+    const std::string number = text::Num(record);
+    if (test.colonInLog)
+        WriteLog("Possible file corruption at record: " + number);
+    else
+        WriteLogLine("Possible file corruption at record " + number);
+    WriteLogLine("\r\n" + test.fileName + ": " + fault);
+    StatusTextUpdate("Possible file corruption at record: " + number);
+    StatusTextUpdate(test.fileName + ": " + fault + ".");
+    StatusTextUpdate("Nothing was sent to the antenna. Click Back to choose another file, or get this one again.");
+    Session.bFlashFileBad = true;
+}
+
+/// Reads the records up to the first bad one.
+void TestRecords(const FileTest& test)
+{
+    long record = 0;
+    while (!FlashFileAtEnd()) {
+        if (test.showProgress) ShowProgress(FlashFilePercent());
+        const std::string line = GetLine();
+        if (!test.isRecord(line)) continue;
+        ++record;
+        if (test.showProgress) frmWizard.lblBytesSent[1].Caption = text::Num(record);
+        computer->DoEvents();
+        try {
+            test.test(line);
+        } catch (const std::logic_error& fault) {  // a field that is no number, an address beyond the image
+            TellCorruption(test, record, fault.what());
+            return;
+        }
+    }
+    const std::string fault = test.wholeFault();
+    if (!fault.empty()) TellCorruption(test, record, fault);
+}
+
+}  // namespace
+
+void RunFileTest(const FileTest& test)
+{
+    if (OpenFlashFile(test.fileName) != FILE_OPENED) {
+        Session.bFlashFileBad = true;
+        return;
+    }
+    const std::string caption = frmWizard.lblProgressBar.Caption;
+    frmWizard.lblProgressBar.Caption = "Progress (File Check):";
+    TestRecords(test);
+    if (!Session.bFlashFileBad)
+        WriteLogLine("++>.....File " + test.fileName + " passed integrity test" +
+                     (test.showProgress ? ". " : " (Not Displayed). "));
+    frmWizard.lblProgressBar.Caption = caption;
+    ShowProgress(0);
+    CloseFlashFile();
+}

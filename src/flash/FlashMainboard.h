@@ -1,0 +1,36 @@
+#pragma once
+// The flash of a board with a .HEX file: its start, its transfer, its end.
+
+#include <initializer_list>
+#include <string>
+
+/// Tests the flash file and sets the link going: the parameters are read out, or the reset is awaited. A file that is
+/// missing or corrupt is told, and the link stays idle.
+void StartFlash();
+
+/// Tests a .HEX file record by record and tells the first bad one; sets bFlashFileBad.
+void CheckHexFile(const std::string& fileName);
+
+/// The words that ask for a power cycle, as a yellow banner on STEP_5.
+void AskForPowerCycle(const std::string& words);
+
+/// True when the row in use is one of these antennas, by its name or its identification words.
+bool RowIsOneOf(std::initializer_list<const char*> names);
+
+/// The banner of a transfer: what is flashed, and that the antenna must not be powered off.
+std::string TransferBanner(const std::string& lineBreak);
+
+/// Sends the line in flight as its board takes it: as it stands, or bare with one CR behind it.
+void SendCurrentLine();
+
+/// What the end of a transfer says, and the ticks that are armed for the restart.
+struct TransferEnd {
+    const char* status;
+    const char* log;
+    const char* banner;
+    short waitTicks;
+};
+
+/// The transfer has reached the end of the file: the user is asked for a power cycle and the restart is awaited, or the
+/// session ends here when no parameters are to be restored.
+void EndOfTransfer(const TransferEnd& end);

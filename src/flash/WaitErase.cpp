@@ -1,0 +1,117 @@
+// STATE_WAIT_ERASE: the board has erased itself and takes its first line, block or record.
+
+#include "display/Display.h"
+#include "flash/FileIO.h"
+#include "flash/FlashMainboard.h"
+#include "flash/FlashRFBoard.h"
+#include "flash/Phases.h"
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "knowledge/BoardTable.h"
+#include "persistence/Logs.h"
+#include "platform/Computer.h"
+#include "platform/SerialControl.h"
+#include "text/Text.h"
+
+namespace {
+
+/// These say "1" when they are ready for the first line.
+bool AnnouncesFirstLine() { return RowIsOneOf({"HOLM", "HOLMSS", "JARL"}); }
+
+void ShowTransferBanner()
+{
+    const std::string words = TransferBanner("");
+    StatusTextUpdate(words);
+    ShowBanner(0, words, White, Red);
+    ShowAllCommsTextUpdate(words + "\r\n");
+    frmWizard.lblBytesSent[0].Caption = "Bytes Sent:";
+}
+
+/// Waits for the "1" of a board that announces that it takes lines; `heard` is what it said behind the "$". False when
+/// it stays silent for ten seconds or the program is to end.
+bool FirstLineIsAnnounced(std::string heard)
+{
+    const double limit = computer->Seconds() + 10;
+    while (!text::Holds(heard, "1")) {
+        if (computer->Seconds() > limit || IsExitRequested()) return false;
+        computer->Sleep(1);
+        computer->DoEvents();
+        if (MSComm1->InBufferCount() > 0) heard = MSComm1->Input();
+    }
+    return true;
+}
+
+void SendFirstLine(const std::string& behindDollar)
+{
+    if (AnnouncesFirstLine() && !FirstLineIsAnnounced(behindDollar)) {
+        FailFlash();
+        return;
+    }
+    SendCurrentLine();
+    Session.lBytesSent += static_cast<std::int32_t>(Session.vCurrentLine.size());
+    Session.iLineRetries = 0;
+    Session.iWaitTicks = 10;
+}
+
+CommMode TransferMode(BoardGroup group)
+{
+    if (group == BoardGroup::Line) return STATE_SEND_LINES;
+    return group == BoardGroup::Block ? STATE_SEND_BLOCKS : STATE_SEND_RF7;
+}
+
+void BeginTransfer()
+{
+    const BoardGroup group = BoardOf(Session.iBoardType).group;
+    const std::string behindDollar = text::Mid(Session.sCommBuffer, text::Find(Session.sCommBuffer, "$"));
+    if (group == BoardGroup::MultiStage && OpenFlashFile(Session.sFlashFile) != FILE_OPENED) {
+        ShowMsgBox(5, "OnEraseReply, after Dir(" + Session.sFlashFile + ") failed.");
+        FailFlash();
+        return;
+    }
+    ClearCommBuffers();
+    Session.iCommMode = TransferMode(group);
+    Session.iWaitTicks = 100;
+    WriteLogLine("++>.....Erase done");
+    StatusTextUpdate(".....Erase done");
+    DisableCmdEntry();
+    frmWizard.mnuFile.Enabled = false;
+    frmWizard.mnuHelp.Enabled = false;
+    Session.dFlashStart = computer->Seconds();
+    ShowTransferBanner();
+    if (group == BoardGroup::Line)
+        SendFirstLine(behindDollar);
+    else
+        StartMainLeg();
+}
+
+/// "$" from most boards; the loader of board 21 says it in words.
+bool IsEraseDone()
+{
+    if (BoardOf(Session.iBoardType).group != BoardGroup::MultiStage) return text::Holds(Session.sCommBuffer, "$");
+    Session.sCommLine += Session.sCommBuffer;  // the words may come in pieces
+    return text::Holds(Session.sCommLine, "START_PROGRAM");
+}
+
+}  // namespace
+
+std::string TransferBanner(const std::string& lineBreak)
+{
+    constexpr const char* stages[] = {"RF BOARD. ", "RF BOARD. ", "FPGA. ", "ACQUISITION PROCESSOR. "};
+    const Board& board = BoardOf(Session.iBoardType);
+    const bool staged = board.group == BoardGroup::MultiStage;
+    return std::string("*** FLASHING ") + (staged ? stages[Session.iRF7Stage] : board.banner) + lineBreak +
+           "DO NOT POWER OFF ANTENNA ***";
+}
+
+void OnEraseReply(const std::string&)
+{
+    if (IsEraseDone()) {
+        BeginTransfer();
+        return;
+    }
+    const bool refused = text::Holds(Session.sCommBuffer, "#");
+    Session.sCommBuffer.clear();  // a refusal is told once, progress talk was shown as it came
+    if (refused) ShowMsgBox(18, "CommHandler");
+    Session.iWaitTicks = 100;
+}

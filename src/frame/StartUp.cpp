@@ -1,0 +1,85 @@
+// One thread and one loop. Nothing interrupts: Timer1 sets a flag, Timer2 counts a counter down, the port is polled.
+
+#include "frame/StartUp.h"
+
+#include "flash/TimerISR.h"
+#include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmWizard.h"
+#include "frame/Round.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "link/SerialPortIO.h"
+#include "persistence/INIUtilities.h"
+#include "platform/Computer.h"
+#include "platform/Failure.h"
+#include "platform/SerialControl.h"
+#include "wizard/frmWizard_Events.h"
+
+void RunRound()
+{
+    if (Session.bTickPending) {
+        Session.bTickPending = false;
+        TimerHandler();
+    }
+    const int event = MSComm1->CommEvent();
+    if (event == comEventBreak || event == comEventFrame || event == comEvReceive) {
+        if (!Session.bPortReady) CheckPortReady();
+        CommHandler();
+    }
+    computer->DoEvents();
+    if (!IsExitRequested()) computer->WaitForEvent();
+}
+
+namespace {
+
+/// A delay that was forced to zero for a fast board isn't left in the settings.
+void RestoreTransmitDelay()
+{
+    if (GetSetting(SETTING_TRANSMIT_DELAY) == "0")
+        SetSetting(SETTING_TRANSMIT_DELAY, GetSetting(SETTING_TRANSMIT_DELAY_ORIGINAL));
+}
+
+void UnloadAllForms()
+{
+    frmSelectFlashFileDialog.Self.Visible = false;
+    frmWizard.Self.Visible = false;
+}
+
+void RunProgram()
+{
+    if (computer->PrevInstance()) {
+        ShowMsgBox(28, "");
+        SetExitRequested(true);
+    }
+    if (!IsExitRequested()) {
+        GetDefaultValues();
+        if (IsExitRequested()) return;  // the settings can't be used, and the user has read why
+        ConnectForms();
+        FormLoad();
+    }
+    while (!IsExitRequested()) RunRound();
+}
+
+}  // namespace
+
+MainEnd Main()
+{
+    SetExitRequested(false);
+    Session.bUpdateCheckRunning = false;
+    try {
+        RunProgram();
+    } catch (...) {
+        std::string detail;
+        const int number = FailureNumber(detail);
+        ReportFailure("Main");
+        if (number == FAIL_PORT_LOST) {
+            // The window stays, so that the user can read what is wrong; no round runs any more.
+            ShowPortError();
+            RestoreTransmitDelay();
+            return MainEnd::Stranded;
+        }
+    }
+    RestoreTransmitDelay();
+    UnloadAllForms();
+    return MainEnd::Ended;
+}

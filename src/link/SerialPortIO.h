@@ -1,0 +1,45 @@
+#pragma once
+// The antenna link: the port, what is sent, and the input stage of everything that the antenna says.
+
+#include <string>
+
+// --- the port ----------------------------------------------------------------------------------------------------
+
+/// Closes the port and opens it at the present settings. A port that can't be opened is told to the user and stays
+/// closed; one that isn't there is passed over in silence.
+void InitAndOpenComm();
+
+void CloseComm();
+
+/// Shows that the port is open and that no data has come yet.
+void ShowWaitingOnPort();
+
+/// Called in the main round while no data has come: the first data makes the port ready.
+void CheckPortReady();
+
+/// Changes the link's speed: "9600,N,8,1". Remembered for the next open when the port is closed.
+void SetLinkSettings(const std::string& settings);
+
+/// The same, with the port closed and opened around it, as a board's loader expects it at a change of speed.
+void ReopenAt(const std::string& settings);
+
+/// A short wait for the processor while a flash runs.
+void RaisePriority();
+void RestoreAfterFlash();
+
+/// Shows a port failure in the status label.
+void ShowPortError();
+
+// --- what is sent ------------------------------------------------------------------------------------------------
+
+/// Sends a flash line or block as it stands, in pieces of 8 bytes with TransmitDelay ms ahead of each; what the antenna
+/// says meanwhile is dropped.
+void SendLine(std::string text);
+
+/// Sends a command with CR behind it and shows it on the terminal behind "==>".
+void SendCommandLine(const std::string& command);
+
+// --- what is received --------------------------------------------------------------------------------------------
+
+/// Takes what has arrived and hands it to the mode of the link. Never raises.
+void CommHandler();

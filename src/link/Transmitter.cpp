@@ -1,0 +1,27 @@
+// What leaves for the antenna: plain text, without frames and without a queue. A sender arms its wait itself.
+
+#include "display/Display.h"
+#include "link/SerialPortIO.h"
+#include "persistence/INIUtilities.h"
+#include "platform/Computer.h"
+#include "platform/SerialControl.h"
+#include "text/Text.h"
+
+void SendLine(std::string text)
+{
+    constexpr std::size_t pieceLength = 8;
+    if (text.empty()) return;
+    const std::int32_t delay = text::ToLong(GetSetting(SETTING_TRANSMIT_DELAY));
+    for (std::size_t at = 0; at < text.size(); at += pieceLength) {
+        if (delay > 0) computer->Sleep(delay);
+        // What the antenna says while a line is on its way belongs to no line.
+        MSComm1->Input();
+        MSComm1->Output(text.substr(at, pieceLength));
+    }
+}
+
+void SendCommandLine(const std::string& command)
+{
+    MSComm1->Output(command + "\r");
+    ShowAllCommsTextUpdate("==>" + command + "\r\n");
+}

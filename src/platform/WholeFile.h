@@ -1,0 +1,19 @@
+#pragma once
+// Small files that are read and written as a whole: settings, the list of ports.
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// True when something stands at `path`. Raises std::filesystem::filesystem_error when that can't be told.
+bool Exists(const std::filesystem::path& path);
+
+/// All bytes of a file. Raises Failure with words for the user: 53 when it isn't there, 75 when it is no file or can't
+/// be read, 7 when it is longer than `maxBytes`.
+std::string ReadWholeFile(const std::filesystem::path& path, std::size_t maxBytes);
+
+/// Makes a file, or empties it, and writes all bytes; they are on the disk when the call returns, so they survive even
+/// a battery that runs empty right after it. What was written of a file that can't be completed is deleted again.
+/// Raises Failure: 61 disk full, 76 no such directory, or the number for the system's error.
+void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);

@@ -1,0 +1,90 @@
+// The File menu and the form's keys.
+
+#include <filesystem>
+
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "platform/Computer.h"
+#include "platform/ProgramFiles.h"
+#include "wizard/Handlers.h"
+#include "wizard/frmWizard_Events.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* SaveTitle = "Burnline Assistant - Save Log File";
+
+enum class Place { Free, TryAnother, GiveUp };
+
+/// Makes room for the log's copy; what stands there goes only when the user says so.
+Place FreePlace(const std::string& name)
+{
+    std::error_code error;
+    if (!fs::exists(name, error)) return Place::Free;
+    const bool isFile = fs::is_regular_file(name, error);
+    if (isFile) {
+        const Answer answer =
+            computer->MsgBox("Replace existing file - " + name, Buttons::YesNoCancel, Icon::Question, SaveTitle);
+        if (answer == Answer::No) return Place::TryAnother;
+        if (answer != Answer::Yes) return Place::GiveUp;
+        if (fs::remove(name, error)) return Place::Free;
+    }
+    computer->MsgBox("This file can't be replaced - " + name + "\n\nPlease choose another name.", Buttons::OK,
+                     Icon::Exclamation, SaveTitle);
+    return Place::TryAnother;
+}
+
+/// True for BNL.LOG itself: it is written there anyhow, and must not be deleted to make room for its own copy.
+bool IsTheLog(const std::string& name)
+{
+    std::error_code ignored;
+    return fs::equivalent(name, ProgramFile("BNL.LOG"), ignored);
+}
+
+/// From the pre-flash commands to the last restored parameter.
+bool IsFlashing()
+{
+    switch (Session.iCommMode) {
+    case STATE_NONE:
+    case STATE_SHUTDOWN:
+    case STATE_GET_VERSIONS:
+    case STATE_IDLE:
+    case STATE_UNUSED:
+    case STATE_SAT_LIST_A:
+    case STATE_SAT_LIST_B:
+    case STATE_SCRIPT:
+    case STATE_FPGA_REV:
+    case STATE_BAPI_REV: return false;
+    default: return true;
+    }
+}
+
+}  // namespace
+
+void mnuFile_ItemSaveLogFile_Click()
+{
+    Session.sSavedLogName.clear();
+    const FileDialog dialog{SaveTitle, "Log Files (*.LOG)|*.log|All Files (*.*)|*.*", computer->ProgramDirectory(),
+                            "BNL.LOG"};
+    for (;;) {
+        const std::optional<std::string> name = computer->SaveDialog(dialog);
+        if (!name || IsTheLog(*name)) return;
+        const Place place = FreePlace(*name);
+        if (place == Place::GiveUp) return;
+        if (place == Place::TryAnother) continue;
+        Session.sSavedLogName = *name;
+        return;
+    }
+}
+
+bool Form_KeyDown(int key, bool shift, bool ctrl, bool alt)
+{
+    constexpr int F1 = 112;
+    if (key == F1) return true;
+    if (!ctrl || !alt || shift) return false;
+    // The way to the diagnostics unlocks the command line and the buttons, which a flash keeps locked.
+    if (!IsFlashing()) SetStep(STEP_DIAGNOSTICS);
+    return true;
+}

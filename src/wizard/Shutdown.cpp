@@ -1,0 +1,93 @@
+// The way out: the ordered end of the program, and the window's close button.
+
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "link/SerialPortIO.h"
+#include "persistence/Logs.h"
+#include "platform/Computer.h"
+#include "platform/ProgramFiles.h"
+#include "wizard/frmWizard_Events.h"
+
+namespace {
+
+/// The flash is done and the antenna's parameters aren't back yet.
+bool AreParamsOut()
+{
+    const bool isWaiting = Session.iCommMode == STATE_POSTFLASH || Session.iCommMode == STATE_WAIT_PORT_BACK;
+    return isWaiting && Session.iFlashPhase == FLASH_FINISHED;
+}
+
+/// The antenna's software is erased or being written.
+bool IsFlashUnderWay()
+{
+    switch (Session.iCommMode) {
+    case STATE_WAIT_ERASE:
+    case STATE_SEND_BLOCKS:
+    case STATE_SEND_LINES:
+    case STATE_RF_BOOT_BLOCKS:
+    case STATE_BOOT_UPGRADE:
+    case STATE_SEND_RF7: return true;
+    default: return false;
+    }
+}
+
+bool UserAgrees(const char* origin)
+{
+    Session.bOKToClose = false;
+    ShowMsgBox(23, origin);
+    return Session.bOKToClose;
+}
+
+std::string ClosingLine(int reason)
+{
+    const std::string start = "++>Shutting down Burnline Assistant - ";
+    const std::string now = computer->DateAndTime();
+    switch (reason) {
+    case 1: return start + "Cancelled by User " + now + " =====";
+    case 2: return start + "Finished " + now + " =====";
+    case 3: return start + "Update scheduled " + now + " =====";
+    default: return start + "Unknown reason " + now + " ====";  // one sign less, on purpose
+    }
+}
+
+void CloseLogs()
+{
+    const std::string& copy = Session.sSavedLogName;
+    if (copy.empty()) {
+        CloseLog();
+        return;
+    }
+    if (CloseLogAndCopyTo(copy)) return;
+    computer->MsgBox("The log could not be saved as " + copy + ".\n\nIt is kept as " + ProgramFile("BNL.LOG").string() +
+                         "; the next start of the program renames it to BNLBAK.LOG.",
+                     Buttons::OK, Icon::Exclamation, "Burnline Assistant - Save Log File");
+}
+
+}  // namespace
+
+void CleanUpForShutdown(int reason)
+{
+    // The timers end here alone: the port and the log are closed already, and opening the log again would begin a new
+    // one.
+    if (IsExitRequested() && !frmWizard.Timer1.Enabled) return;
+    if (reason == 1 && AreParamsOut() && !UserAgrees("CleanUpForShutdown")) return;
+
+    if (frmWizard.bHelpOpened) computer->CloseHelp();
+    Guarded("CleanUpForShutdown", CloseComm);
+    if (!IsLogOpen()) OpenLog();
+    WriteLogLine(ClosingLine(reason));
+    CloseLogs();
+    frmWizard.Timer1.Enabled = false;
+    frmWizard.Timer2.Enabled = false;
+    SetExitRequested(true);
+}
+
+void Form_QueryUnload()
+{
+    // The Cancel button is off during a transfer; the window's own button isn't, and it is easily hit.
+    if (IsFlashUnderWay() && !UserAgrees("Form_QueryUnload")) return;
+    CleanUpForShutdown(1);
+}
+
+bool Form_Unload() { return Session.bOKToClose || IsExitRequested(); }

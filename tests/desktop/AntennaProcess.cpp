@@ -1,0 +1,44 @@
+#include "tests/desktop/AntennaProcess.h"
+
+#include <QElapsedTimer>
+#include <sstream>
+#include <stdexcept>
+
+#include "tests/desktop/ProgramHome.h"
+
+AntennaProcess::AntennaProcess(int board, const std::filesystem::path& link, bool fast, const std::string& unit,
+                               bool usb)
+{
+    QStringList arguments{"--board", QString::number(board), "--link", QString::fromStdString(link.string())};
+    if (fast) arguments << "--fast";
+    if (usb) arguments << "--usb";
+    if (!unit.empty()) arguments << "--unit" << QString::fromStdString(unit);
+    child_.Start(ANTENNA_PROGRAM, arguments);
+    WaitFor("the software runs");
+}
+
+void AntennaProcess::WaitFor(const std::string& words, double seconds)
+{
+    QElapsedTimer waited;
+    waited.start();
+    const int limit = static_cast<int>(seconds * 1000);
+    while (const auto line = child_.ReadLine(limit - static_cast<int>(waited.elapsed()))) {
+        said_.push_back(*line);
+        if (line->find(words) != std::string::npos) return;
+    }
+    const std::string last = said_.empty() ? "nothing" : said_.back();
+    throw std::runtime_error("the antenna didn't say \"" + words + "\", but at last: " + last);
+}
+
+AntennaProcess::Holdings AntennaProcess::Dump(const std::filesystem::path& directory)
+{
+    Do("dump " + directory.string());
+    WaitFor("dumped");
+    Holdings holdings{ReadAll(directory / "memory.bin"), {}};
+    std::istringstream lines(ReadAll(directory / "parameters.txt"));
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t equals = line.find('=');
+        holdings.parameters[line.substr(0, equals)] = line.substr(equals + 1);
+    }
+    return holdings;
+}

@@ -1,0 +1,36 @@
+#pragma once
+// burnline-antenna behind its link.
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tests/desktop/ChildProcess.h"
+
+class AntennaProcess {
+public:
+    /// Switched on; returns when its software runs. Without a unit it is the first one of the board type; on USB its
+    /// port goes and comes with its power.
+    AntennaProcess(int board, const std::filesystem::path& link, bool fast, const std::string& unit = {},
+                   bool usb = false);
+
+    void Do(const std::string& command) { child_.Write(command); }
+
+    /// Reads on until a line of its output holds the words; raises std::runtime_error when none does in that time.
+    void WaitFor(const std::string& words, double seconds = 20);
+
+    struct Holdings {
+        std::string memory;
+        std::map<std::string, std::string> parameters;
+    };
+    /// What it holds now.
+    Holdings Dump(const std::filesystem::path& directory);
+
+    /// All that it has said so far and that was waited for.
+    const std::vector<std::string>& Said() const { return said_; }
+
+private:
+    ChildProcess child_;
+    std::vector<std::string> said_;
+};

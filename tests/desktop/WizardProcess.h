@@ -1,0 +1,59 @@
+#pragma once
+// The real program, and a user in front of it. A user waits until a button can be pressed, as people do; what can't be
+// done in time is raised as std::runtime_error with what the window showed.
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "tests/desktop/ChildProcess.h"
+
+/// What a widget or a menu entry shows.
+struct Seen {
+    bool there = false;
+    bool visible = false;
+    bool enabled = false;
+    bool checked = false;
+    std::string text;
+    std::string tip;
+
+    bool Says(const std::string& words) const { return visible && text.find(words) != std::string::npos; }
+};
+
+class WizardProcess {
+public:
+    /// Starts the program in a directory; `prepare` runs in its process ahead of it.
+    explicit WizardProcess(const std::filesystem::path& home, std::function<void()> prepare = {});
+
+    Seen See(const std::string& name);
+    void Click(const std::string& name, double seconds = 10);
+    void Focus(const std::string& name);
+    void Type(const std::string& text);
+    void PressKey(const std::string& name);
+    /// The window's close button.
+    void Close();
+    /// How often the widget was painted so far.
+    int PaintsOf(const std::string& name);
+
+    /// Waits until a widget is seen with these words.
+    void WaitForText(const std::string& name, const std::string& words, double seconds = 10);
+    void WaitUntil(const std::string& what, const std::function<bool()>& holds, double seconds = 10);
+    /// Waits for the message box with these words and presses one of its buttons.
+    void AnswerBox(const std::string& words, const std::string& button, double seconds = 10);
+    bool HasBox() { return See("msgBox").visible; }
+
+    bool EndsWithin(double seconds) { return child_.EndsWithin(static_cast<int>(seconds * 1000)); }
+    int ExitCode() { return child_.Process().exitCode(); }
+    bool Crashed() { return child_.Process().exitStatus() != QProcess::NormalExit; }
+    void Kill() { child_.Kill(); }
+
+    /// Processor time used so far, in seconds.
+    double ProcessorSeconds();
+
+private:
+    QJsonObject Ask(const std::string& command);
+    /// Tries until the user can do it.
+    void Do(const std::string& command, double seconds);
+
+    ChildProcess child_;
+};

@@ -1,0 +1,16 @@
+#pragma once
+// Flash files, made and judged by srec_cat.
+
+#include <filesystem>
+#include <string>
+
+/// Runs a command; a failure is the test's.
+void Shell(const std::string& command);
+
+/// A flash file of `size` bytes from a fixed seed, at `offset`, written by srec_cat with `options`.
+void MakeFlashFile(const std::filesystem::path& file, std::size_t size, int offset, const std::string& options);
+
+/// What srec_cat makes of a file, from address 0 on, 0xFF in its gaps; `size` bytes, or up to its last one.
+std::string Judged(const std::filesystem::path& file, const std::string& options, std::size_t size = 0);
+
+std::string Quoted(const std::filesystem::path& path);

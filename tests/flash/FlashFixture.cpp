@@ -1,0 +1,136 @@
+#include "tests/flash/FlashFixture.h"
+
+#include "knowledge/Utilities.h"
+#include "tests/flash/FlashFiles.h"
+#include "text/Text.h"
+#include "wizard/frmWizard_Events.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// How the lists of STEP_2 name a board type: the list (0 none, 2 cboBoardToFlash, 3 cboOtherBoard) and the entry.
+struct Choice {
+    int type, option, entry;
+};
+constexpr Choice choices[] = {{0, 0, 0},   {1, 1, 0},   {2, 2, 1},  {3, 2, 2},  {4, 2, 3},   {5, 2, 4},
+                              {6, 2, 5},   {7, 2, 19},  {8, 2, 10}, {9, 2, 11}, {10, 2, 13}, {11, 2, 6},
+                              {12, 2, 25}, {13, 2, 26}, {14, 3, 1}, {15, 3, 7}, {16, 3, 6},  {17, 3, 5},
+                              {18, 3, 2},  {19, 3, 4},  {20, 1, 1}, {21, 1, 1}};
+
+}  // namespace
+
+void FlashFixture::Start(int boardType, const std::string& unit, int lines)
+{
+    board = boardType;
+    const fs::path config = fs::path(SOURCE_DIR) / "demo" / "FLASHCFG.TXT";
+    const std::string text = ReadFile(config);
+    ASSERT_FALSE(text.empty());
+    WriteFile(pc.directory / "FLASHCFG.TXT", text);
+    TempDirectory directory;
+    const fs::path hex = directory.path / "small.HEX";
+    MakeFlashFile(hex, static_cast<std::size_t>(lines) * 16, 0x200, "-Intel -line-length=44 -CRLF");
+    for (const std::string& line : text::Split(text, "\n")) {
+        const std::vector<std::string> fields = text::Split(line, "$");
+        if (fields.size() < 6 || fields[0] != "ANTENNA" || !text::Holds(fields[5], ".HEX")) continue;
+        for (const std::string& file : text::Split(fields[5], ":"))
+            fs::copy_file(hex, pc.directory / text::Trim(file), fs::copy_options::overwrite_existing);
+    }
+    pc.timeLimit = pc.now + 20000;
+    pc.Connect(boardType, unit);
+    pc.StartProgram();
+    pc.RunFor(15);  // the antenna's own start
+}
+
+bool FlashFixture::Next(double seconds)
+{
+    if (!pc.RunUntil([] { return frmWizard.cmdNav[2].Enabled(); }, seconds)) return false;
+    return Press(frmWizard.cmdNav[2]);
+}
+
+void FlashFixture::PressBoard()
+{
+    for (const Choice& choice : choices) {
+        if (choice.type != board) continue;
+        if (choice.option < 2) PressOption(frmWizard.optBoardToFlash, choice.option);
+        if (choice.option == 2) Choose(frmWizard.cboBoardToFlash, choice.entry);
+        if (choice.option == 3) Choose(frmWizard.cboOtherBoard, choice.entry);
+    }
+}
+
+void FlashFixture::GoToFlash()
+{
+    ASSERT_TRUE(Next()) << "STEP_INTRO";
+    ASSERT_TRUE(Next()) << "STEP_1";
+    PressBoard();
+    ASSERT_EQ(board >= 20 ? 1 : board, Session.iBoardType);
+    ASSERT_TRUE(Next()) << "STEP_2";
+    if (frmWizard.bShowPortChoice) {
+        ASSERT_TRUE(Press(frmWizard.optSerial));
+    }
+    ASSERT_TRUE(Next()) << "STEP_3: " << frmWizard.lblBoardVersion.Caption();
+    ASSERT_FALSE(Session.sFlashFile.empty());
+    parametersBefore = Preserved();
+    ASSERT_TRUE(Next()) << "STEP_4";
+}
+
+std::vector<std::pair<std::string, std::string>> FlashFixture::Preserved()
+{
+    const AntennaRecord& row = Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx));
+    std::vector<std::pair<std::string, std::string>> kept;
+    for (const auto& held : pc.antenna().Held().All()) {
+        const std::string word = text::Split(held.first, ",").front();
+        for (const std::string& command : CommandsOf(row.PostflashLine))
+            if (text::Equal(text::Split(text::Replace(command, "=", ""), ",").front(), word)) {
+                kept.push_back(held);
+                break;
+            }
+    }
+    return kept;
+}
+
+bool FlashFixture::FlashRuns(double seconds)
+{
+    const double end = pc.now + seconds;
+    while (pc.now < end && !Session.bExitRequested) {
+        if (Session.iFlashPhase == FLASH_FINISHED) return true;
+        const std::string& banner = frmWizard.lblFlashStatus[0].Caption;
+        const bool asked = frmWizard.lblFlashStatus[0].Visible && text::Holds(banner, "cycle power");
+        if (asked && Session.iCommMode == STATE_WAIT_RESET && pc.now > poweredAt_ + 20) {
+            pc.RunFor(1);  // nobody is quicker than that
+            pc.SetPower(false);
+            pc.RunFor(2);
+            pc.SetPower(true);
+            poweredAt_ = pc.now;
+        }
+        pc.RunFor(0.5);
+    }
+    return Session.iFlashPhase == FLASH_FINISHED;
+}
+
+void FlashFixture::Finish()
+{
+    ASSERT_TRUE(Next()) << "STEP_5";
+    pc.RunFor(1);
+    pc.SetPower(false);
+    pc.RunFor(10);
+    pc.SetPower(true);
+    ASSERT_TRUE(Next(600)) << frmWizard.txtParamsSent.Text();
+    ASSERT_EQ(STEP_FINISHED, frmWizard.iCurrentStep);
+}
+
+void FlashFixture::SetFault(const std::string& words)
+{
+    std::string why;
+    ASSERT_TRUE(pc.antenna().SetFault(words, why)) << words << ": " << why;
+}
+
+bool FlashFixture::StatusSays(const std::string& words) const { return text::Holds(frmWizard.txtStatus.Text(), words); }
+
+void FlashFixture::ExpectMemoryEqualsFile()
+{
+    const std::string expected = Judged(pc.directory / Session.sFlashFile, "-Intel");
+    const auto image = pc.antenna().Flash().Image();
+    ASSERT_FALSE(expected.empty());
+    EXPECT_TRUE(expected == std::string(image.begin(), image.end()));
+}

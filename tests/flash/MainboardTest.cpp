@@ -1,0 +1,280 @@
+// A main board from "Welcome!" to "Finished!", and everything that can go wrong on the way.
+
+#include "frame/Wizard.h"
+#include "knowledge/BoardTable.h"
+#include "tests/flash/FlashFixture.h"
+#include "text/Text.h"
+
+namespace {
+
+class EveryLineBoard : public FlashFixture, public testing::WithParamInterface<std::pair<int, const char*>> {};
+
+TEST_P(EveryLineBoard, IsFlashedToTheByteAndKeepsItsParameters)
+{
+    const auto [type, unit] = GetParam();
+    Start(type, unit);
+    GoToFlash();
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text() << pc.Log();
+    ExpectMemoryEqualsFile();
+    EXPECT_EQ(0, pc.antenna().RefusedLines());
+    EXPECT_EQ(0, pc.antenna().StrayBytes());
+    EXPECT_FALSE(pc.highPriority);
+    if (BoardOf(type).holdsNoParams) {
+        ASSERT_TRUE(Next());
+        EXPECT_EQ(STEP_FINISHED, frmWizard.iCurrentStep);
+        EXPECT_TRUE(text::Holds(frmWizard.lblPickAntennaInfo.Caption(), "RESTART the antenna now."));
+        return;
+    }
+    if (!parametersBefore.empty()) {
+        EXPECT_NE(parametersBefore, Preserved()) << "the erase should have lost them";
+    }
+    Finish();
+    EXPECT_EQ(parametersBefore, Preserved());
+    EXPECT_TRUE(pc.BoxWasShown("Parameter Upload Successful"));
+    for (const char* told :
+         {"++>Starting Burnline Assistant", "++>Version: 11-7702 Rev. T", "File to flash is ", "passed integrity test",
+          "flashing, sending commands to antenna", "++>.....Erase done", "DO NOT POWER OFF ANTENNA",
+          "++>.....PLEASE PRESS NEXT", "++>Post-Flash Successful, Parameters uploaded"})
+        EXPECT_TRUE(text::Holds(pc.Log(), told)) << told;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EveryLineBoard,
+                         testing::Values(std::pair{0, ""}, std::pair{2, ""}, std::pair{5, ""}, std::pair{7, ""},
+                                         std::pair{8, ""}, std::pair{10, ""}, std::pair{12, ""}, std::pair{14, ""},
+                                         std::pair{17, ""}, std::pair{18, ""}, std::pair{19, ""}),
+                         [](const auto& test) { return "Type" + std::to_string(test.param.first); });
+
+/// A fault, and how often it may cost a resend; the flash ends well all the same.
+struct Recoverable {
+    const char* name;
+    const char* fault;
+};
+
+class RecoverableFault : public FlashFixture, public testing::WithParamInterface<Recoverable> {};
+
+TEST_P(RecoverableFault, CostsTimeAndNothingElse)
+{
+    Start(5);
+    GoToFlash();
+    SetFault(GetParam().fault);
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
+    ExpectMemoryEqualsFile();
+    Finish();
+    EXPECT_EQ(parametersBefore, Preserved());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, RecoverableFault,
+    testing::Values(Recoverable{"SilentAtTheFirstLine", "silent 1"}, Recoverable{"SilentInTheMiddle", "silent 6"},
+                    Recoverable{"SilentAtTheLastLine", "silent 11"}, Recoverable{"RefusedOnce", "refuse 4"},
+                    Recoverable{"RefusedFourTimes", "refuse 4 4"}, Recoverable{"BothAnswersAtOnce", "both 3"},
+                    Recoverable{"NoiseBetweenReplies", "noise"}, Recoverable{"SignOnInTwoPieces", "split-sign-on"},
+                    Recoverable{"PreflashCommandUnansweredOnce", "mute BIASAZ"}),
+    [](const auto& test) { return test.param.name; });
+
+class HopelessFault : public FlashFixture {
+protected:
+    int Times(const std::string& words) const
+    {
+        int times = 0;
+        const std::string log = pc.Log();
+        for (std::size_t at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++times;
+        return times;
+    }
+
+    /// Four silent retries, one more by the setting, then the question.
+    void ExpectTheWholeLadder()
+    {
+        EXPECT_EQ(4, Times("++>FLASHING_ERROR_AUTO_RETRY: Will retry entire flash"));
+        EXPECT_TRUE(Session.bAutoRetryUsed);
+        ASSERT_FALSE(pc.boxes.empty());
+        EXPECT_EQ(Buttons::RetryCancel, pc.boxes.front().buttons);
+        EXPECT_TRUE(text::Holds(pc.boxes.front().words, "inoperative until flashed again"));
+    }
+
+    /// Runs until the question is asked, then answers it.
+    void RunToQuestion(Answer answer)
+    {
+        pc.answers = {answer};
+        ASSERT_TRUE(pc.RunUntil([this] { return !pc.boxes.empty(); }, 3000)) << frmWizard.txtStatus.Text();
+    }
+};
+
+TEST_F(HopelessFault, ALineThatStaysUnansweredEndsInTheQuestionAndRetrySucceeds)
+{
+    Start(5);
+    GoToFlash();
+    SetFault("silent 4 always");
+    pc.onBox = [this](const Box&) { SetFault("clear"); };
+    RunToQuestion(Answer::Retry);
+    ExpectTheWholeLadder();
+    ASSERT_TRUE(FlashRuns());
+    ExpectMemoryEqualsFile();
+    Finish();
+    EXPECT_EQ(parametersBefore, Preserved()) << "the retries must not lose what was read at first";
+}
+
+TEST_F(HopelessFault, ALineThatIsRefusedForEverEndsInTheQuestionAndCancelEndsTheProgram)
+{
+    Start(5);
+    GoToFlash();
+    SetFault("refuse 3 always");
+    RunToQuestion(Answer::Cancel);
+    ExpectTheWholeLadder();
+    EXPECT_TRUE(Session.bExitRequested);
+    EXPECT_TRUE(text::Holds(pc.Log(), "++>Shutting down Burnline Assistant - Cancelled by User "));
+}
+
+TEST_F(HopelessFault, AnAntennaThatNeverSignsOnIsWaitedForWithWordsThatSayWhatToDo)
+{
+    Start(5);
+    GoToFlash();
+    SetFault("no-sign-on always");
+    ASSERT_FALSE(FlashRuns(200));
+    EXPECT_EQ(4, Times("++>FLASHING_ERROR_AUTO_RETRY: Will retry entire flash"));
+    EXPECT_EQ(1, Times("++>FLASHING_ERROR_CAN_RETRY: Will retry entire flash"));
+    EXPECT_TRUE(text::Holds(frmWizard.lblFlashStatus[0].Caption(), "cycle its power"));
+    EXPECT_TRUE(frmWizard.cmdNav[0].Enabled());
+    SetFault("clear");
+    pc.SetPower(false);
+    pc.RunFor(2);
+    pc.SetPower(true);
+    ASSERT_TRUE(FlashRuns());
+    ExpectMemoryEqualsFile();
+}
+
+TEST_F(HopelessFault, AnEraseWithoutEndEndsInTheQuestion)
+{
+    Start(5);
+    GoToFlash();
+    SetFault("no-erase-end always");
+    RunToQuestion(Answer::Cancel);
+    ExpectTheWholeLadder();
+}
+
+TEST_F(HopelessFault, PowerLostInTheMiddleIsMendedByThePowerCycleThatIsAskedFor)
+{
+    Start(0);
+    GoToFlash();
+    SetFault("power-lost 6");
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
+    EXPECT_EQ(1, Times("++>FLASHING_ERROR_CAN_RETRY: Will retry entire flash"));
+    ExpectMemoryEqualsFile();
+    Finish();
+    EXPECT_EQ(parametersBefore, Preserved());
+}
+
+TEST_F(HopelessFault, APreflashCommandWithoutAnswerLetsTheFlashGoOnWithoutParameters)
+{
+    Start(5);
+    GoToFlash();
+    SetFault("mute BIASAZ always");
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
+    EXPECT_TRUE(StatusSays("RETRIED 5 TIMES, WILL CONTINUE WITHOUT"));
+    ExpectMemoryEqualsFile();
+    ASSERT_TRUE(Next());
+    EXPECT_EQ(STEP_FINISHED, frmWizard.iCurrentStep);
+    EXPECT_TRUE(text::Holds(frmWizard.lblPickAntennaInfo.Caption(), "you may set parameters manually"));
+}
+
+TEST_F(HopelessFault, ARestoreCommandWithoutAnswerIsNamedSoThatItCanBeEnteredByHand)
+{
+    Start(5);
+    GoToFlash();
+    ASSERT_TRUE(FlashRuns());
+    ASSERT_TRUE(Next());
+    SetFault("mute BIASEL always");
+    pc.RunFor(1);
+    pc.SetPower(false);
+    pc.RunFor(10);
+    pc.SetPower(true);
+    const std::string& told = frmWizard.txtParamsSent.Text;
+    ASSERT_TRUE(pc.RunUntil([&] { return text::Holds(told, "CANNOT CONTINUE FLASH"); }, 600)) << told;
+    EXPECT_TRUE(text::Holds(told, "CLICK CANCEL BUTTON TO END BURNLINE ASSISTANT"));
+    EXPECT_NE(0u, text::FindLast(told, "\r\nBIASEL,")) << told;
+    EXPECT_TRUE(frmWizard.txtSendCmd.Enabled());
+}
+
+TEST_F(HopelessFault, VersionsInThreePiecesAreReadTwiceInOneRun)
+{
+    Start(0);
+    SetFault("split-versions");
+    GoToFlash();
+    EXPECT_TRUE(text::Holds(Session.sMainVersion, "QEL "));
+    EXPECT_TRUE(text::Holds(Session.sRFVersion, "DVB/DSS"));
+}
+
+TEST_F(HopelessFault, VersionsThatStayUnansweredCanBeAskedAgain)
+{
+    Start(0);
+    SetFault("mute VERSION always");
+    ASSERT_TRUE(Next());
+    ASSERT_TRUE(Next());
+    PressOption(frmWizard.optBoardToFlash, 0);
+    ASSERT_TRUE(Next());
+    EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "Is the antenna on?"));
+    EXPECT_FALSE(frmWizard.cmdNav[2].Enabled());
+    SetFault("clear");
+    ASSERT_TRUE(Press(frmWizard.cmdRetryGetVersions));
+    EXPECT_TRUE(pc.RunUntil([] { return frmWizard.cmdNav[2].Enabled(); }, 30)) << frmWizard.lblBoardVersion.Caption();
+}
+
+/// A damaged file, and words that tell the user what is wrong with it.
+struct Damage {
+    const char* name;
+    void (*spoil)(const std::filesystem::path& file);
+    const char* words;
+};
+
+class DamagedFile : public FlashFixture, public testing::WithParamInterface<Damage> {};
+
+void Change(const std::filesystem::path& file, void (*change)(std::string&))
+{
+    std::string content = ReadFile(file);
+    change(content);
+    WriteFile(file, content);
+}
+
+TEST_P(DamagedFile, NeverReachesTheErase)
+{
+    Start(5);
+    ASSERT_TRUE(Next() && Next());
+    Choose(frmWizard.cboBoardToFlash, 4);
+    ASSERT_TRUE(Next() && Press(frmWizard.optSerial) && Next());
+    GetParam().spoil(pc.directory / Session.sFlashFile);
+    const std::size_t sentBefore = pc.sent.size();
+    ASSERT_TRUE(Next());
+    pc.RunFor(30);
+    EXPECT_EQ(sentBefore, pc.sent.size()) << pc.sent.substr(sentBefore);
+    EXPECT_TRUE(StatusSays(GetParam().words) || pc.BoxWasShown(GetParam().words)) << frmWizard.txtStatus.Text();
+    EXPECT_TRUE(pc.antenna().HasSoftware());
+    EXPECT_EQ(STEP_5, frmWizard.iCurrentStep);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, DamagedFile,
+    testing::Values(Damage{"BitInTheData", [](const auto& f) { Change(f, [](std::string& s) { s[40] ^= 1; }); },
+                           "Possible file corruption at record: 2"},
+                    Damage{"BitInTheChecksum",
+                           [](const auto& f) { Change(f, [](std::string& s) { s[s.size() - 16] ^= 1; }); },
+                           "Possible file corruption at record: 11"},
+                    Damage{"BitInALineEnd", [](const auto& f) { Change(f, [](std::string& s) { s[60] ^= 1; }); },
+                           "there is text behind the record"},
+                    Damage{"LineCut", [](const auto& f) { Change(f, [](std::string& s) { s.resize(200); }); },
+                           "Possible file corruption at record: 6"},
+                    Damage{"EndRecordMissing",
+                           [](const auto& f) { Change(f, [](std::string& s) { s.resize(s.size() - 13); }); },
+                           "ends before its end record"},
+                    Damage{"Empty", [](const auto& f) { WriteFile(f, ""); }, "the file holds no data"},
+                    Damage{"Garbage", [](const auto& f) { WriteFile(f, "MZ\x90\0garbage\r\n\xFF\xFE"); },
+                           "Possible file corruption at record: 1"},
+                    Damage{"Missing", [](const auto& f) { std::filesystem::remove(f); }, "Flash File Not Found."},
+                    Damage{"ADirectory",
+                           [](const auto& f) {
+                               std::filesystem::remove(f);
+                               std::filesystem::create_directory(f);
+                           },
+                           "Flash File Not Found."}),
+    [](const auto& test) { return test.param.name; });
+
+}  // namespace

@@ -273,10 +273,10 @@ bool Press(Control& control)
     return true;
 }
 
-bool PressOption(ControlArray& group, int index)
+bool PressOption(Form& form, Control& option)
 {
-    if (!group[index].Enabled || !group[index].Visible) return false;
-    SelectOption(group, index);
+    if (!option.Enabled || !option.Visible) return false;
+    SelectOption(form, option);
     return true;
 }
 

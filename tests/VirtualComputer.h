@@ -119,7 +119,7 @@ private:
 /// Clicks as the user would: does nothing and returns false when the control is hidden or disabled.
 bool Press(Control& control);
 /// The user selects an option of a group.
-bool PressOption(ControlArray& group, int index);
+bool PressOption(Form& form, Control& option);
 /// The user chooses an entry of a list.
 void Choose(Control& list, int index);
 

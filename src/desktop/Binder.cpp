@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "desktop/Keys.h"
 #include "desktop/Looks.h"
 
 namespace {
@@ -112,8 +113,10 @@ void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
     } else if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
         lines_[line] = &control;
         line->installEventFilter(this);
-        connect(line, &QLineEdit::textEdited, this,
-                [&control](const QString& words) { control.Text = words.toStdString(); });
+        connect(line, &QLineEdit::textEdited, this, [this, &control](const QString& words) {
+            control.Text = words.toStdString();
+            if (control.Change) Act(control.Change);
+        });
     }
 }
 
@@ -121,19 +124,21 @@ void Binder::ConnectOption(Bound& bound, Control& control, QWidget& option)
 {
     Form& form = *bound.form;
     connect(qobject_cast<QRadioButton*>(&option), &QAbstractButton::clicked, this, [this, &form, &control] {
-        const std::string_view array = ArrayOf(control.Name);
-        for (Control* other : form.Controls)
-            if (!array.empty() && other != &control && ArrayOf(other->Name) == array) other->Value = 0;
-        control.Value = 1;
-        Click(control);
+        Touch(control);
+        Act([&form, &control] { SelectOption(form, control); });
     });
+}
+
+/// The toolkit may have toggled the widget by itself; whatever the handler does, it shows the control's state.
+void Binder::Touch(Control& control)
+{
+    control.Changed = true;
+    ++FormsRevision;
 }
 
 void Binder::Click(Control& control)
 {
-    // The toolkit may have toggled the widget by itself; whatever the handler does, it shows the control's state.
-    control.Changed = true;
-    ++FormsRevision;
+    Touch(control);
     Act([&control] {
         if (control.Click) control.Click();
     });
@@ -201,9 +206,11 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
     constexpr int enter = 13;
     const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
     const int code = isEnter ? enter : key->text().isEmpty() ? 0 : key->text().at(0).unicode();
-    if (code == 0) return false;
-    bool swallowed = false;
     Control& control = *lines_.at(watched);
-    Act([&] { swallowed = control.KeyPress && control.KeyPress(code); });
+    const auto& handler = code == 0 ? control.KeyDown : control.KeyPress;
+    const int pressed = code == 0 && key->modifiers() == Qt::NoModifier ? KeyCode(key->key()) : code;
+    if (pressed == 0 || !handler) return false;
+    bool swallowed = false;
+    Act([&] { swallowed = handler(pressed); });
     return swallowed;
 }

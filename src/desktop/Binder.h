@@ -52,6 +52,7 @@ private:
     void ConnectWidget(Bound& bound, Control& control, QWidget& widget);
     void ConnectOption(Bound& bound, Control& control, QWidget& option);
     void PaintForm(Form& form, QWidget& window);
+    void Touch(Control& control);
     void Click(Control& control);
 
     CaughtFailure& caught_;

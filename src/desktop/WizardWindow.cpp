@@ -7,24 +7,12 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "desktop/Keys.h"
 #include "desktop/Looks.h"
 #include "desktop/ui_frmWizard.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
 #include "wizard/frmWizard_Events.h"
-
-namespace {
-
-/// The code that the core knows a key by; 0 for keys that it has no use for.
-int KeyCode(int key)
-{
-    constexpr int f1 = 112;
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F16) return f1 + key - Qt::Key_F1;
-    if (key >= Qt::Key_Space && key <= Qt::Key_Z) return key;
-    return 0;
-}
-
-}  // namespace
 
 WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
     : binder_(binder), caught_(caught), ui_(std::make_unique<Ui::frmWizard>())

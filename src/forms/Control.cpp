@@ -1,10 +1,11 @@
 #include "forms/Control.h"
 
-void SelectOption(ControlArray& group, int index)
+void SelectOption(Form& form, Control& option)
 {
-    ClearOptions(group);
-    group[index].Value = 1;
-    if (group[index].Click) group[index].Click();
+    for (Control* other : form.Controls)
+        if (other != &option && !option.Group.empty() && other->Group == option.Group) other->Value = 0;
+    option.Value = 1;
+    if (option.Click) option.Click();
 }
 
 void ClearOptions(ControlArray& group)

@@ -48,6 +48,9 @@ private:
 
 struct Control;
 
+/// Keys without a character, by the numbers that the handlers know them by.
+inline constexpr int LeftKey = 37, UpKey = 38, RightKey = 39, DownKey = 40, F1Key = 112;
+
 /// A window: its controls in the order of their making. Visible is what the core wants; the desktop follows.
 struct Form {
     explicit Form(std::string name, std::string caption) : Name(std::move(name)), Caption(Changed, std::move(caption))
@@ -89,8 +92,14 @@ struct Control {
     Property<int> ListIndex{Changed, -1};                  // -1: nothing selected
     Property<std::string> Tag{Changed, {}};
 
+    /// Option buttons with the same group exclude each other; the elements of an array are a group unless told
+    /// otherwise.
+    std::string Group;
+
     std::function<void()> Click;            // clicked, selected, or an entry chosen
     std::function<bool(int key)> KeyPress;  // a character typed into a text box; true: swallowed
+    std::function<bool(int key)> KeyDown;   // a key without a character (UpKey and so on); true: swallowed
+    std::function<void()> Change;           // the user changed the text of a box, by keys or by pasting
 
     /// Chooses an entry by program: a click, as it is for the user.
     void Select(int index)
@@ -113,7 +122,10 @@ struct ControlArray {
     Control& Load(std::string caption)
     {
         ++FormsRevision;
-        return elements_.emplace_back(form_, name_ + "_" + std::to_string(elements_.size()), std::move(caption));
+        Control& element =
+            elements_.emplace_back(form_, name_ + "_" + std::to_string(elements_.size()), std::move(caption));
+        element.Group = name_;
+        return element;
     }
     auto begin() { return elements_.begin(); }
     auto end() { return elements_.end(); }
@@ -124,7 +136,7 @@ private:
     std::deque<Control> elements_;  // a deque, so that loading one more moves none
 };
 
-/// Selects one option of a group, as the user's click would: the others are cleared, its handler runs.
-void SelectOption(ControlArray& group, int index);
+/// Selects an option, as the user's click would: the others of its group are cleared, its handler runs.
+void SelectOption(Form& form, Control& option);
 /// Clears all options of a group; no handler runs.
 void ClearOptions(ControlArray& group);

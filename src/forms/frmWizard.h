@@ -1,9 +1,21 @@
 #pragma once
 // The main window: nine stacked steps, the navigation, the terminal at the right, the menus.
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "forms/Control.h"
 
 struct WizardForm {
+    WizardForm()
+    {
+        SSTab1.List = {"Antenna Info", "Antenna Control", "Update GPS", "Calibration", "Install Sats", "Advanced"};
+        SSTab1.ListIndex = 0;
+        optNorth.Group = optSouth.Group = "Latitude";
+        for (int of = 0; of < optEast.size(); ++of) optEast[of].Group = optWest[of].Group = optEast[of].Name;
+    }
+
     Form Self{"frmWizard", "QEL Burnline Assistant"};
 
     // --- menus ---------------------------------------------------------------------------------------------------
@@ -36,6 +48,96 @@ struct WizardForm {
     Control lblDiagsFrame{Self, "lblDiagsFrame",
                           "Diagnostics and antenna setup can be performed here. Click Flash Mode button if you want to "
                           "flash update antenna software."};
+    Control SSTab1{Self, "SSTab1"};  // List holds the tabs' captions, ListIndex is the one in front
+
+    // Antenna Info
+    Control frameAntennaInfo{Self, "frameAntennaInfo", "Get Antenna Information"};
+    Control cmdGetVersion{Self, "cmdGetVersion", "Get Software Version"};
+    Control cmdGetState{Self, "cmdGetState", "Get Antenna State"};
+    Control cmdGetSigStrength{Self, "cmdGetSigStrength", "Get Signal Strength"};
+    Control cmdGetSatsInstalled{Self, "cmdGetSatsInstalled", "Get Installed Satellites"};
+    Control cmdGetSerNum{Self, "cmdGetSerNum", "Get Serial Number"};
+    Control cmdGetGPS{Self, "cmdGetGPS", "Get GPS Setting"};
+
+    // Antenna Control
+    Control frameAntennaControl{Self, "frameAntennaControl", "Antenna Control Commands"};
+    Control cmdHalt{Self, "cmdHalt", "Halt Antenna"};
+    Control cmdZAP{Self, "cmdZAP", "Restart Antenna"};
+    Control cmdDebugOn{Self, "cmdDebugOn", "Turn Debug ON"};
+    Control frameAntennaPositioning{Self, "frameAntennaPositioning", "Position antenna"};
+    Control cmdUp{Self, "cmdUp", "Up"};
+    Control cmdDown{Self, "cmdDown", "Down"};
+    Control cmdLeft{Self, "cmdLeft", "Left"};
+    Control cmdRight{Self, "cmdRight", "Right"};
+    Control frameTenthDegree{Self, "frameTenthDegree", "Go to a position"};
+    Control lblAZ{Self, "lblAZ", "AZ:"};
+    Control txtAZ{Self, "txtAZ"};
+    Control lblEl{Self, "lblEl", "EL:"};
+    Control txtEl{Self, "txtEl"};
+    Control cmdGoTo{Self, "cmdGoTo", "Go to entered AZ,EL"};
+
+    // Update GPS: the position of the antenna is also the one that the pointing angles are calculated for
+    Control frameUpdateGPS{Self, "frameUpdateGPS", "Enter Latitude and Longitude, then click the button"};
+    Control lblLat{Self, "lblLat", "Latitude:"};
+    Control txtLat{Self, "txtLat"};
+    Control optNorth{Self, "optNorth", "North"};
+    Control optSouth{Self, "optSouth", "South"};
+    /// Longitudes, with their labels: element 0 is the antenna's, element 1 the one of a USER satellite.
+    ControlArray lblLongitude{Self, "lblLongitude", {"Longitude:", "Longitude:"}};
+    ControlArray txtLongitude{Self, "txtLongitude", {"", ""}};
+    /// East or west, of element 0: the antenna; 1: the satellite to calculate with; 2: the USER satellite.
+    ControlArray optEast{Self, "optEast", {"East", "East", "East"}};
+    ControlArray optWest{Self, "optWest", {"West", "West", "West"}};
+    Control cmdUpdateGPS{Self, "cmdUpdateGPS", "Update GPS Setting"};
+    Control frameCalcAzElSkew{Self, "frameCalcAzElSkew", "Calculate antenna pointing angles"};
+    Control lblSatListWithLongitude{Self, "lblSatListWithLongitude", "Satellite:"};
+    Control cboSatListWithLongitude{Self, "cboSatListWithLongitude"};
+    Control lblSatLongitude{Self, "lblSatLongitude", "or its longitude:"};
+    Control txtSatLongitude{Self, "txtSatLongitude"};
+    Control cmdCalcAzElSkew{Self, "cmdCalcAzElSkew", "Calculate"};
+    ControlArray lblCalculatedAngle{Self, "lblCalculatedAngle", {"Azimuth:", "Elev:", "Skew:"}};
+
+    // Calibration
+    Control frameCalibrate{Self, "frameCalibrate", "Calibrate Antenna Gyros"};
+    Control cmdCalGyro{Self, "cmdCalGyro", "Calibrate AZ and EL Gyros"};
+    Control cmdCalAZ{Self, "cmdCalAZ", "Calibrate AZ gyro only."};
+    Control cmdCalEL{Self, "cmdCalEL", "Calibrate EL gyro only."};
+
+    // Install Sats
+    Control frameSatInstall1{Self, "frameSatInstall1",
+                             "Install Sats - Pick pre-defined or retrieve allowed sats from antenna, then Install"};
+    Control lblPreDefinedSats{Self, "lblPreDefinedSats", "Pre-defined Satellites:"};
+    Control cboPredefinedSats{Self, "cboPredefinedSats"};
+    Control cmdGetSatListA{Self, "cmdGetSatListA", "Get List for 'A'"};
+    Control cboSatA{Self, "cboSatA"};
+    Control cmdGetSatListB{Self, "cmdGetSatListB", "Get List for 'B'"};
+    Control cboSatB{Self, "cboSatB"};
+    Control cmdSatInstall{Self, "cmdSatInstall", "Install the Satellite(s)"};
+
+    // Advanced
+    Control frameRunScript{Self, "frameRunScript", "Scripted Commands"};
+    Control cmdOpenScriptFile{Self, "cmdOpenScriptFile", "Open Command Script File"};
+    Control lblScriptFile{Self, "lblScriptFile"};  // which file was opened
+    Control cmdRunScript{Self, "cmdRunScript", "Run Command Script"};
+    Control cmdDoNext{Self, "cmdDoNext", "Next Command"};
+    Control chkPauseBetweenCmds{Self, "chkPauseBetweenCmds", "Pause after each command"};
+    Control lblScriptLine{Self, "lblScriptLine"};    // the line that is next, and how far the script is
+    Control ScriptProgress{Self, "ScriptProgress"};  // a progress bar, while a script runs
+    Control frameSerNum{Self, "frameSerNum", "Set Serial Number"};
+    Control txtSerNum{Self, "txtSerNum"};
+    Control cmdSetSerNum{Self, "cmdSetSerNum", "Set Serial Number"};
+    Control frameClearEE{Self, "frameClearEE", "Clear EE"};
+    Control lblCaution{Self, "lblCaution", "Use with Caution!"};
+    Control cmdClrEE{Self, "cmdClrEE", "Clear EE"};
+    Control frameConfigUserSats{Self, "frameConfigUserSats", "Configure USER Sats"};
+    Control frameUSERSat{Self, "frameUSERSat", "USER satellite"};
+    ControlArray optUSERSats{Self, "optUSERSats", {"USER1", "USER2"}};
+    Control frameUSERLong{Self, "frameUSERLong", "Longitude"};
+    Control frameUSERDecodeType{Self, "frameUSERDecodeType", "Decode type"};
+    ControlArray optDecodeType{Self, "optDecodeType", {"DSS-A", "DSS-B", "DVB"}};
+    Control frameUSERLNBPolarization{Self, "frameUSERLNBPolarization", "LNB polarization"};
+    ControlArray optLNBPolarization{Self, "optLNBPolarization", {"Circular", "Linear"}};
+    Control cmdConfigUSERSat{Self, "cmdConfigUSERSat", "Configure USER Satellite"};
 
     // --- STEP_INTRO ----------------------------------------------------------------------------------------------
     Control lblInstructionsSTEP_INTRO_A{Self, "lblInstructionsSTEP_INTRO_A", "Welcome!"};
@@ -155,6 +257,15 @@ struct WizardForm {
     std::string sPausedOutput;      // what arrived while the output was paused
     bool bBoardChoiceBusy = false;  // a handler changes the board lists itself
     float fFlashSeconds = 0;        // seconds since the start of the transfer
+
+    // --- what the Diagnostics remember ---------------------------------------------------------------------------
+    std::string sSatInstallLine;                     // the line that cmdSatInstall will send
+    std::string sInstallSatA, sInstallSatB;          // the picks from the antenna's lists
+    double dSatLongitude = 0;                        // of the satellite picked in the list, degrees, east positive
+    std::vector<std::string> sScriptLines;           // the commands and two empty elements behind them
+    std::int16_t iScriptLine = 0;                    // the line that is next
+    bool bAnglesKnown = false;                       // the three angles were calculated
+    double dAzimuth = 0, dElevation = 0, dSkew = 0;  // degrees, as printed
 };
 
 inline WizardForm frmWizard;

@@ -75,7 +75,7 @@ void TakeSingleCableBoard(int index)
     RestoreTransmitDelay();
     frmWizard.bShowPortChoice = true;
     Session.iBoardType = at < singleCableBoards.size() ? singleCableBoards[at] : NoBoard;
-    SelectOption(frmWizard.optBoardToFlash, 2);
+    SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[2]);
 }
 
 /// The board behind an entry of cboOtherBoard is taken.
@@ -89,7 +89,7 @@ void TakeOtherBoard(int index)
     if (board.noDelay) SetSetting(SETTING_TRANSMIT_DELAY, "0");
     frmWizard.bShowPortChoice = board.showPortChoice;
     Session.iBoardType = board.type;
-    SelectOption(frmWizard.optBoardToFlash, 3);
+    SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[3]);
 }
 
 void ListClicked(const char* name, Control& list, Control& otherList, void (*take)(int))

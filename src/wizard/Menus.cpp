@@ -81,8 +81,7 @@ void mnuFile_ItemSaveLogFile_Click()
 
 bool Form_KeyDown(int key, bool shift, bool ctrl, bool alt)
 {
-    constexpr int F1 = 112;
-    if (key == F1) return true;
+    if (key == F1Key) return true;
     if (!ctrl || !alt || shift) return false;
     // The way to the diagnostics unlocks the command line and the buttons, which a flash keeps locked.
     if (!IsFlashing()) SetStep(STEP_DIAGNOSTICS);

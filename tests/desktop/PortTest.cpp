@@ -29,7 +29,8 @@ TEST_F(RealWindow, leaves_a_port_to_the_program_that_holds_it_and_takes_it_when_
     StartWizard();
     wizard->AnswerBox("COM Port Already in Use. (COM7).", "OK");
     wizard->WaitForText("lblCommPortStatus", "COM port: COM Port Already in Use. (COM7).");
-    EXPECT_FALSE(wizard->See("cmdNav_2").enabled);
+    // The box is answered before the program has gone on behind it.
+    wizard->WaitUntil("Next is off", [this] { return !wizard->See("cmdNav_2").enabled; });
     wizard->Click("mnuCommPort");
     EXPECT_TRUE(wizard->See("mnuCommPort_Item_1").Says("COM7"));
     EXPECT_FALSE(wizard->See("mnuCommPort_Item_1").checked);
@@ -84,8 +85,8 @@ TEST_F(RealWindow, rests_while_its_port_is_gone_and_goes_on_when_it_is_back)
     wizard->Click("mnuCommPort");
     wizard->Click("mnuCommPort_Item_1");
     AwaitPortReady();
-    EXPECT_TRUE(wizard->See("cmdNav_2").enabled);
-    EXPECT_FALSE(wizard->See("lblRedoCOMMPort").visible);
+    wizard->WaitUntil("the way on is free",
+                      [this] { return wizard->See("cmdNav_2").enabled && !wizard->See("lblRedoCOMMPort").visible; });
 }
 
 }  // namespace

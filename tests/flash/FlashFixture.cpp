@@ -52,7 +52,7 @@ void FlashFixture::PressBoard()
 {
     for (const Choice& choice : choices) {
         if (choice.type != board) continue;
-        if (choice.option < 2) PressOption(frmWizard.optBoardToFlash, choice.option);
+        if (choice.option < 2) PressOption(frmWizard.Self, frmWizard.optBoardToFlash[choice.option]);
         if (choice.option == 2) Choose(frmWizard.cboBoardToFlash, choice.entry);
         if (choice.option == 3) Choose(frmWizard.cboOtherBoard, choice.entry);
     }

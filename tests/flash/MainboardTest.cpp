@@ -210,7 +210,7 @@ TEST_F(HopelessFault, VersionsThatStayUnansweredCanBeAskedAgain)
     SetFault("mute VERSION always");
     ASSERT_TRUE(Next());
     ASSERT_TRUE(Next());
-    PressOption(frmWizard.optBoardToFlash, 0);
+    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[0]);
     ASSERT_TRUE(Next());
     EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "Is the antenna on?"));
     EXPECT_FALSE(frmWizard.cmdNav[2].Enabled());

@@ -44,7 +44,7 @@ TEST_F(BoardChoice, one_choice_replaces_the_other_everywhere)
     EXPECT_EQ(GetSetting(SETTING_TRANSMIT_DELAY), "3");
 
     Choose(frmWizard.cboOtherBoard, 1);
-    PressOption(frmWizard.optBoardToFlash, 1);
+    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[1]);
     EXPECT_EQ(Session.iBoardType, 1);
     EXPECT_EQ(frmWizard.cboBoardToFlash.ListIndex, 0);
     EXPECT_EQ(frmWizard.cboOtherBoard.ListIndex, 0);
@@ -55,9 +55,9 @@ TEST_F(BoardChoice, one_choice_replaces_the_other_everywhere)
 
 TEST_F(BoardChoice, the_option_of_an_empty_list_does_not_keep_the_board_chosen_before)
 {
-    PressOption(frmWizard.optBoardToFlash, 0);
+    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[0]);
     EXPECT_TRUE(frmWizard.cmdNav[2].Enabled);
-    PressOption(frmWizard.optBoardToFlash, 2);
+    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[2]);
     EXPECT_EQ(Session.iBoardType, 22);
     EXPECT_FALSE(frmWizard.cmdNav[2].Enabled);
 }

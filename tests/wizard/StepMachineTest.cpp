@@ -30,7 +30,7 @@ TEST_F(StepMachine, the_diagnostics_are_entered_by_a_chord_and_left_to_the_first
 
 TEST_F(StepMachine, who_comes_again_during_the_reading_is_served_by_the_first_wait)
 {
-    PressOption(frmWizard.optBoardToFlash, 0);
+    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[0]);
     bool innerStepReturned = false;
     world.At(0.3, [&] {
         cmdNav_Click(1);

@@ -194,6 +194,7 @@ int ReadFlashConfig()
     std::ifstream stream(ProgramFile("FLASHCFG.TXT"), std::ios::binary);
     if (!stream) throw Failure{FailureFromErrno(errno), "FLASHCFG.TXT can't be opened"};
     LineReader file(stream);
+    file.SkipByteOrderMark();
     ReadAll(file);
     if (stream.bad()) throw Failure{FAIL_FILE_ACCESS, "FLASHCFG.TXT can't be read to its end"};
     Session.bFlashConfigLoaded = true;

@@ -1,6 +1,7 @@
 #include "text/LineReader.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -25,6 +26,12 @@ bool LineReader::Fill()
     chunk_.resize(static_cast<std::size_t>(in_.gcount()));
     read_ += chunk_.size();
     return !chunk_.empty();
+}
+
+void LineReader::SkipByteOrderMark()
+{
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (!AtEnd() && chunk_.compare(at_, mark.size(), mark) == 0) at_ += mark.size();
 }
 
 std::string LineReader::Next()

@@ -12,6 +12,9 @@ class LineReader {
 public:
     explicit LineReader(std::istream& in);
 
+    /// Passes over the UTF-8 mark that some editors put ahead of the first line; called before the first line is taken.
+    void SkipByteOrderMark();
+
     /// True when no line is left. A line end at the very end of the file begins no further line.
     bool AtEnd() { return at_ == chunk_.size() && !Fill(); }
 

@@ -48,6 +48,12 @@ TEST_F(FlashConfig, RowsOfTheBoardsGroupAreLoadedAndNoOthers)
     EXPECT_EQ(Session.sSignOn, "") << "a skipped section's lines don't count";
 }
 
+TEST_F(FlashConfig, AnEditorsMarkAheadOfTheFirstLineHidesNothing)
+{
+    ASSERT_EQ(Load(std::string("\xEF\xBB\xBF") + mainSection), 0);
+    EXPECT_EQ(Session.AntennaTable[0].AntennaName, "QEL DUNE");
+}
+
 TEST_F(FlashConfig, AChoiceBehindTheFirstLoadBringsTheOtherGroup)
 {
     ASSERT_EQ(Load(std::string(mainSection) + rfSection), 0);

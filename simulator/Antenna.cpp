@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <sstream>
+#include <utility>
 
 namespace sim {
 
@@ -11,6 +12,8 @@ namespace {
 // Times in seconds.
 constexpr double loaderStart = 0.3;  // from the power or a reset to the sign-on
 constexpr double quietLine = 0.2;    // no byte for so long: the program isn't sending
+
+constexpr std::size_t mostHeard = 65536;
 
 }  // namespace
 
@@ -91,6 +94,7 @@ void Antenna::StartSoftware(double now)
 {
     state_ = State::StartingUp;
     input_.clear();
+    dish_.Start();
     report("the software starts");
     const auto print = [this](double when, std::string line, bool last) {
         At(when, [this, line = std::move(line), last](double then) {
@@ -119,6 +123,7 @@ void Antenna::Say(std::string_view text, double now) { transmit(text, now); }
 void Antenna::Receive(char byte, double now)
 {
     Advance(now);
+    if (heard_.size() < mostHeard) heard_ += byte;
     switch (state_) {
     case State::Off:
     case State::Resetting:
@@ -166,6 +171,8 @@ void Antenna::Print(const std::string& line, double now)
     Advance(now);
     if (IsPowered()) Say("\r\n" + line + "\r\n", now);
 }
+
+std::string Antenna::TakeHeard() { return std::exchange(heard_, {}); }
 
 bool Antenna::HasSoftware() const
 {

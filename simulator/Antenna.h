@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/Dish.h"
 #include "simulator/Faults.h"
 #include "simulator/Memory.h"
 #include "simulator/Parameters.h"
@@ -94,6 +95,11 @@ public:
     void SetUpdateMode(bool on);
     /// It says a line that nobody asked for.
     void Print(const std::string& line, double now);
+    /// It prints so many bytes of numbered lines, see FloodText.
+    void Flood(std::size_t bytes, double now);
+
+    /// What has come in since the last call, whatever became of it; without what came behind the first 64 KB.
+    std::string TakeHeard();
 
     const Unit& Kind() const { return unit_; }
     State Doing() const { return state_; }
@@ -103,6 +109,7 @@ public:
     /// At which speed it talks now.
     int Baud() const { return baud_; }
     std::string StateWords() const;
+    const Dish& Looks() const { return dish_; }
     const Parameters& Held() const { return parameters_; }
     const Memory& Flash() const { return parts_[0].memory; }
     /// Board 21: 1 the RF board (the same as Flash), 2 its FPGA, 3 its acquisition processor.
@@ -147,6 +154,7 @@ private:
     // Antenna_Commands.cpp
     void TakeCommand(const std::string& command, double now);
     std::string AnswerTo(const std::string& command);
+    std::string AnswerOfDish(const std::string& command);
     double Answer(const std::string& text, double when);
     void SayPieces(const std::string& text, std::size_t pieces, double gap, double when);
 
@@ -185,6 +193,7 @@ private:
 
     Unit unit_;
     Parameters parameters_;
+    Dish dish_;
     std::array<Part, 3> parts_;
     std::size_t part_ = 0;  // the one that is programmed
     Memory bootImage_;
@@ -192,6 +201,7 @@ private:
     Faults faults_;
     State state_ = State::Off;
     std::multimap<double, std::function<void(double)>> timers_;
+    std::string heard_;
     std::string input_;  // bytes of the command, line or block that is coming in
     int baud_;
     bool hasBootArea_;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "simulator/Antenna.h"
+#include "simulator/Fields.h"
+#include "simulator/Flood.h"
+#include "simulator/Satellites.h"
 
 namespace sim {
 
@@ -17,28 +19,18 @@ constexpr double lagGap = 0.04;    // and of one that lags
 
 constexpr std::size_t shortText = 8;  // what is no longer comes in one piece
 
-std::string Upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
-
 /// Answers that are always the same.
 struct Fixed {
     const char* command;
     const char* answer;
 };
 
-constexpr std::array<Fixed, 8> fixedAnswers{{
-    {"HALT", "HALT"},
+constexpr std::array<Fixed, 5> fixedAnswers{{
     {"DEBUGON", "DEBUGON"},
-    {"STATE", "STATE = TRACKING"},
     {"SIGLEVEL", "SIGLEVEL = 78"},
     {"=CALGYRO", "=CALGYRO OK"},
     {"=CALAZ", "=CALAZ OK"},
     {"=CALEL", "=CALEL OK"},
-    {"SATLISTA", "SATLISTA,DSS_101,ECHO_119,HOTBIRD,ASTRA1"},
 }};
 
 }  // namespace
@@ -59,7 +51,7 @@ void Antenna::TakeCommand(const std::string& command, double now)
     const std::string answer = "\r\n>" + told + (command.empty() ? "" : "\r\n");
     report("\"" + command + "\": " + answer.substr(2, answer.find_last_not_of("\r\n") - 1));
     const bool isVersion = Upper(command) == "VERSION" || Upper(command) == "@VER";
-    if (isVersion && faults_.Strikes("split-versions")) {
+    if ((isVersion && faults_.Strikes("split-versions")) || faults_.Splits(command)) {
         SayPieces(answer, 3, pieceGap, now + thinking + faults_.Delay());
     } else {
         Answer(answer, now + thinking);
@@ -77,15 +69,24 @@ std::string Antenna::AnswerTo(const std::string& command)
         const std::string& revision = parts_[word == "FPGAREV" ? 1 : 2].revision;
         return revision.empty() ? revision : word.substr(0, 4) + " Rev: " + revision;
     }
-    for (const Fixed& fixed : fixedAnswers) {
-        if (unit_.keeps != Keeps::Nothing && word == fixed.command) return fixed.answer;
-    }
     if (word == "CLEAREE" && unit_.keeps != Keeps::Nothing) {
-        parameters_.Lose();
+        parameters_.Clear();
         return word;
     }
-    const std::string answer = parameters_.Answer(command);
+    std::string answer = parameters_.Answer(command);
+    if (answer.empty()) answer = AnswerOfDish(command);
     return answer.empty() ? "? " + command : answer;
+}
+
+/// What an antenna answers, and a board without one doesn't know.
+std::string Antenna::AnswerOfDish(const std::string& command)
+{
+    if (unit_.keeps == Keeps::Nothing) return {};
+    for (const Fixed& fixed : fixedAnswers) {
+        if (SameWord(command, fixed.command)) return fixed.answer;
+    }
+    const std::string list = unit_.keeps == Keeps::OfMainBoard ? AnswerSatelliteList(command) : std::string();
+    return list.empty() ? dish_.Answer(command) : list;
 }
 
 /// Says it as late as the faults in force want it, but never ahead of an answer that was given before; gives the time.
@@ -104,6 +105,12 @@ void Antenna::SayPieces(const std::string& text, std::size_t pieces, double gap,
         const std::string part = text.substr(piece * length, piece + 1 == pieces ? std::string::npos : length);
         At(when + static_cast<double>(piece) * gap, [this, part](double then) { Say(part, then); });
     }
+}
+
+void Antenna::Flood(std::size_t bytes, double now)
+{
+    Advance(now);
+    if (IsPowered()) Say(FloodText(bytes), now);
 }
 
 }  // namespace sim

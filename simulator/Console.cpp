@@ -1,8 +1,11 @@
 #include "simulator/Console.h"
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <optional>
 #include <sstream>
 #include <utility>
 
@@ -31,6 +34,37 @@ std::string TakeWord(std::string& line)
 /// On or off; anything else is neither.
 bool IsSwitch(const std::string& word) { return word == "on" || word == "off"; }
 
+/// A number of bytes, 100 MB at most; nothing for any other text.
+std::optional<std::size_t> CountOf(const std::string& text)
+{
+    constexpr std::size_t mostDigits = 8;
+    const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+    if (!digits || text.size() > mostDigits) return std::nullopt;
+    return std::stoul(text);
+}
+
+/// Bytes as one line of plain text: \r, \n, \xNN, and a backslash as two.
+std::string Legible(const std::string& bytes)
+{
+    constexpr unsigned char firstPrinted = 0x20, lastPrinted = 0x7E;
+    std::string line;
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        std::array<char, 8> hex{};
+        if (byte == '\r') {
+            line += "\\r";
+        } else if (byte == '\n') {
+            line += "\\n";
+        } else if (code < firstPrinted || code > lastPrinted) {
+            std::snprintf(hex.data(), hex.size(), "\\x%02X", code);
+            line += hex.data();
+        } else {
+            line += byte == '\\' ? "\\\\" : std::string(1, byte);
+        }
+    }
+    return line;
+}
+
 bool WriteImage(const std::filesystem::path& path, const Memory& memory)
 {
     const auto image = memory.Image();
@@ -48,6 +82,8 @@ std::string Console::Help()
                "power on|off                  the power switch\n"
                "update on|off                 the update mode of a control panel\n"
                "say WORDS                     the antenna says a line by itself\n"
+               "flood BYTES                   and so many bytes of numbered lines\n"
+               "heard                         every byte that it has heard since the last \"heard\"\n"
                "dump DIR                      memory.bin, parameters.txt and state.txt into a directory; what else "
                "was\n"
                "                              programmed into boot.bin, fpga.bin and bapi.bin\n"
@@ -72,12 +108,16 @@ bool Console::Run(const std::string& line, double now, std::string& answer)
         antenna_.SetUpdateMode(rest == "on");
     } else if (word == "say" && !rest.empty()) {
         antenna_.Print(rest, now);
+    } else if (word == "flood" && CountOf(rest)) {
+        antenna_.Flood(*CountOf(rest), now);
+    } else if (word == "heard" && rest.empty()) {
+        answer = "heard: " + Legible(antenna_.TakeHeard());
     } else if (word == "fault") {
         answer = SetFault(rest);
     } else if (word == "dump" && !rest.empty()) {
         answer = Dump(rest);
     } else if (word == "state") {
-        answer = antenna_.StateWords();
+        answer = antenna_.StateWords() + "\n" + antenna_.Looks().Position();
         for (const std::string& fault : antenna_.SetFaults().InForce()) answer += "\nfault " + fault;
     } else if (!word.empty()) {
         answer = "not understood: " + line + " (try \"help\")";
@@ -120,7 +160,8 @@ std::string Console::Dump(const std::string& directory) const
           << "bytes=" << antenna_.Flash().BytesWritten() << '\n'
           << "lines=" << antenna_.GoodLines() << '\n'
           << "refused=" << antenna_.RefusedLines() << '\n'
-          << "stray=" << antenna_.StrayBytes() << '\n';
+          << "stray=" << antenna_.StrayBytes() << '\n'
+          << "position=" << antenna_.Looks().Position() << '\n';
     parameters.close();
     state.close();
     if (!written || !parameters || !state) return "the dump failed: " + directory + " can't be written";

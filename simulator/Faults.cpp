@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <optional>
 #include <sstream>
 #include <string_view>
+
+#include "simulator/Fields.h"
 
 namespace sim {
 
@@ -22,7 +23,7 @@ struct Kind {
     int times;     // when none is given; below 0: for good
 };
 
-constexpr std::array<Kind, 18> kinds{{
+constexpr std::array<Kind, 19> kinds{{
     {"silent", Argument::Unit, true, 1},
     {"boot-silent", Argument::Unit, true, 1},
     {"upgrade-silent", Argument::Unit, true, 1},
@@ -35,6 +36,7 @@ constexpr std::array<Kind, 18> kinds{{
     {"split-sign-on", Argument::None, false, -1},
     {"no-erase-end", Argument::None, true, 1},
     {"split-versions", Argument::None, false, -1},
+    {"split", Argument::Command, true, 1},
     {"mute", Argument::Command, true, 1},
     {"power-lost", Argument::Unit, false, 1},
     {"boot-power-lost", Argument::Unit, false, 1},
@@ -49,13 +51,6 @@ const Kind* FindKind(const std::string& name)
 {
     const auto* kind = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& k) { return name == k.name; });
     return kind == kinds.end() ? nullptr : kind;
-}
-
-std::string Upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
 }
 
 /// A whole number from 1 on; nothing for any other text.
@@ -86,6 +81,7 @@ const char* Faults::Help()
            "fault split-sign-on           the sign-on comes in two pieces\n"
            "fault no-erase-end [K|always] the erase never ends\n"
            "fault split-versions          version answers come in three pieces\n"
+           "fault split C [K|always]      the answer to command C comes in three pieces\n"
            "fault mute C [K|always]       command C, with or without values, is not answered\n"
            "fault clear                   no fault any more\n";
 }
@@ -163,11 +159,15 @@ double Faults::Delay()
     return delay_ + static_cast<double>(lag_ >> 16 & 0xFF) * mostLag / 255;
 }
 
-bool Faults::Mutes(const std::string& command)
+bool Faults::Mutes(const std::string& command) { return StrikesCommand("mute", command); }
+
+bool Faults::Splits(const std::string& command) { return StrikesCommand("split", command); }
+
+bool Faults::StrikesCommand(const std::string& name, const std::string& command)
 {
     const std::string word = Upper(command.substr(0, command.find(',')));
     for (Fault& fault : faults_) {
-        if (fault.name == "mute" && (fault.command == word || fault.command == Upper(command))) return UseUp(fault);
+        if (fault.name == name && (fault.command == word || fault.command == Upper(command))) return UseUp(fault);
     }
     return false;
 }

@@ -18,6 +18,8 @@ public:
 
     /// True when the answer to this command is to be kept back; uses up one of the times.
     bool Mutes(const std::string& command);
+    /// The same for an answer that is to come in pieces.
+    bool Splits(const std::string& command);
 
     /// True while units lag as real ones do: answers come late, texts in pieces, and lines ahead of the sign-on.
     bool Lags() const;
@@ -34,11 +36,12 @@ public:
 private:
     struct Fault {
         std::string name;
-        std::string command;  // of "mute"
+        std::string command;  // of "mute" and "split"
         int unit = 0;
         int times = 1;  // below 0: for good
     };
 
+    bool StrikesCommand(const std::string& name, const std::string& command);
     bool UseUp(Fault& fault);
 
     std::vector<Fault> faults_;

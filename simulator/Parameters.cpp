@@ -2,10 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <cstdio>
-#include <optional>
-#include <sstream>
 #include <string_view>
 
 namespace sim {
@@ -64,7 +60,10 @@ struct Default {
     const char* installed;
 };
 
-constexpr std::array<Default, 21> defaults{{
+/// A satellite of the user's own that nobody has defined.
+constexpr const char* noUser = "NONE";
+
+constexpr std::array<Default, 23> defaults{{
     {"BIASAZ", "0.00", "1.25"},
     {"BIASEL", "0.00", "-0.75"},
     {"GYROSFAZ,CW", "0.000000", "-0.001250"},
@@ -86,6 +85,8 @@ constexpr std::array<Default, 21> defaults{{
     {"RFOFFSET", "0", "-3"},
     {"FECHITS1", "0000", "0417"},
     {"FECHITS2", "0000", "1A2F"},
+    {"USER1", noUser, noUser},
+    {"USER2", noUser, noUser},
 }};
 
 constexpr std::string_view hitsWord = "FECHITS";
@@ -93,49 +94,7 @@ constexpr std::string_view hitsWord = "FECHITS";
 /// What an RF board keeps; a main board keeps the rest, and those that both have.
 constexpr std::array<std::string_view, 5> rfNames{"SATINSTALL", "RFGAIN", "RFOFFSET", "FECHITS1", "FECHITS2"};
 
-std::string Upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
-
-std::string Trim(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-std::vector<std::string> Split(const std::string& text)
-{
-    std::vector<std::string> fields;
-    std::istringstream in(text);
-    for (std::string field; std::getline(in, field, ',');) fields.push_back(Trim(field));
-    if (!text.empty() && text.back() == ',') fields.emplace_back();
-    return fields;
-}
-
-/// The number that a text is, nothing around it allowed.
-std::optional<double> Number(const std::string& text)
-{
-    if (text.empty() || text.find_first_not_of("+-.0123456789") != std::string::npos) return std::nullopt;
-    std::istringstream in(text);
-    double value = 0;
-    if (!(in >> value) || in.peek() != std::istringstream::traits_type::eof()) return std::nullopt;
-    return value;
-}
-
-std::string Tenths(double value)
-{
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%.1f", value);
-    return text.data();
-}
-
 bool IsOnOrOff(const std::string& text) { return Upper(text) == "ON" || Upper(text) == "OFF"; }
-
-std::string Refusal(const std::string& word) { return word + ": ILLEGAL VALUE"; }
 
 }  // namespace
 
@@ -153,8 +112,17 @@ Parameters::Parameters(const Unit& unit) : position_(unit.position), keeps_(unit
 
 void Parameters::Lose()
 {
-    for (const Default& one : defaults) Set(one.name, one.factory);
+    for (const Default& one : defaults) {
+        // The user's satellites lie in the EEPROM, which no flash touches.
+        if (std::string_view(one.factory) != noUser) Set(one.name, one.factory);
+    }
     if (keeps_ == Keeps::OfRFBoard) Set("SATINSTALL", "0,0");
+}
+
+void Parameters::Clear()
+{
+    Lose();
+    for (const char* user : {"USER1", "USER2"}) Set(user, noUser);
 }
 
 bool Parameters::Has(const std::string& name) const
@@ -199,6 +167,7 @@ std::string Parameters::Answer(const std::string& command)
     if (word == "SATINSTALL") return AnswerSatellites(fields);
     if (word == "=CALUP" && Has("CALUP")) return AnswerCalUp(fields);
     if (word == "GPS" && Has(word)) return AnswerPosition(fields);
+    if (word == "SATCONFIG" && Has("USER1")) return AnswerUserSatellite(fields);
     return {};
 }
 
@@ -251,6 +220,22 @@ std::string Parameters::AnswerSatellites(const Fields& fields)
         return tell();
     }
     return Refusal("SATINSTALL");
+}
+
+/// USER1 or USER2, longitude, E or W, decode type 1 to 3, polarization C or L.
+std::string Parameters::AnswerUserSatellite(const Fields& fields)
+{
+    const auto oneOf = [&](std::size_t field, std::string_view letters) {
+        return fields[field].size() == 1 && letters.find(Upper(fields[field])) != std::string_view::npos;
+    };
+    if (fields.size() != 5) return Refusal("SATCONFIG");
+    const auto longitude = Number(fields[1]);
+    const std::string user = Upper(fields[0]);
+    const bool valid = (user == "USER1" || user == "USER2") && longitude && *longitude >= 0 && *longitude <= 180 &&
+                       oneOf(2, "EW") && oneOf(3, "123") && oneOf(4, "CL");
+    if (!valid) return Refusal("SATCONFIG");
+    Set(user, fields[1] + "," + Upper(fields[2]) + "," + fields[3] + "," + Upper(fields[4]));
+    return "SATCONFIG," + user + "," + Value(user);
 }
 
 /// An RF board knows satellites by numbers: it takes "12,7" and tells "12,A, 7,A", two places for each number.

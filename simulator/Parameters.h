@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "simulator/Fields.h"
 #include "simulator/Units.h"
 
 namespace sim {
@@ -16,6 +17,8 @@ public:
 
     /// Everything back to factory values, as after an erase.
     void Lose();
+    /// The same, and the user's satellites, as by CLEAREE.
+    void Clear();
 
     /// Carries out a command: a bare word reads, a word with values writes. Gives the answer without prompt and line
     /// end, empty when it is no command of these. A value that is none is refused and changes nothing.
@@ -28,13 +31,12 @@ public:
     std::string Value(const std::string& name) const;
 
 private:
-    using Fields = std::vector<std::string>;
-
     void Set(const std::string& name, const std::string& value);
     std::string AnswerGyro(const std::string& word, const std::string& axis, const Fields& fields);
     std::string AnswerCalUp(const Fields& fields);
     bool Has(const std::string& name) const;
     std::string AnswerSatellites(const Fields& fields);
+    std::string AnswerUserSatellite(const Fields& fields);
     std::string AnswerSatelliteNumbers(const Fields& fields);
     std::string AnswerHits(const std::string& word, const Fields& fields);
     std::string AnswerPosition(const Fields& fields);

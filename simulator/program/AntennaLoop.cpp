@@ -43,6 +43,7 @@ AntennaLoop::AntennaLoop(const sim::Unit& unit, const std::string& link, bool fa
       console_(antenna_),
       port_(link, unit.baud),
       start_(Clock()),
+      fast_(fast),
       usb_(usb),
       portBack_(never)
 {
@@ -75,6 +76,7 @@ void AntennaLoop::Command(const char* line) const
 void AntennaLoop::RemovePort(double seconds)
 {
     port_.Remove();
+    said_.clear();
     portBack_ = Now() + seconds;
     Say("the port is gone");
 }
@@ -134,8 +136,12 @@ void AntennaLoop::Exchange(bool input)
     const int baud = port_.IsThere() ? port_.Baud() : 0;
     if (input) wire_.Write(port_.Read(), Now());
     wire_.SetBaud(baud);
-    const std::string said = wire_.Read(Now());
-    if (!said.empty()) port_.Write(said);
+    said_ += wire_.Read(Now());
+    if (said_.empty()) return;
+    const std::size_t taken = port_.Write(said_);
+    // A queue that is full is a program that doesn't read. A line that takes no time waits for it; a real one loses the
+    // bytes.
+    said_.erase(0, fast_ ? taken : said_.size());
 }
 
 AntennaView AntennaLoop::View() const
@@ -178,7 +184,7 @@ void AntennaLoop::Run(bool endsWithInput)
     while (true) {
         FollowPower();
         Show();
-        pollfd watched[] = {{port_.Descriptor(), POLLIN, 0},
+        pollfd watched[] = {{port_.Descriptor(), static_cast<short>(said_.empty() ? POLLIN : POLLIN | POLLOUT), 0},
                             {port_.UsersDescriptor(), POLLIN, 0},
                             {commands_[0], POLLIN, 0},
                             {input ? STDIN_FILENO : -1, POLLIN, 0}};

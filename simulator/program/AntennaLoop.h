@@ -68,6 +68,8 @@ private:
     int commands_[2] = {-1, -1};  // a pipe: others write lines, the loop reads them
     std::string fromInput_, fromPipe_;
     double start_;
+    std::string said_;  // and not taken by the port so far
+    bool fast_;
     bool usb_;
     double portBack_;          // when the port comes back; infinity: not by itself
     bool portLost_ = false;    // and not with the power either

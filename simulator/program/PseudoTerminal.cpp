@@ -117,11 +117,11 @@ std::string PseudoTerminal::Read()
     return count > 0 ? std::string(bytes.data(), static_cast<std::size_t>(count)) : std::string();
 }
 
-void PseudoTerminal::Write(const std::string& bytes)
+std::size_t PseudoTerminal::Write(const std::string& bytes)
 {
-    if (master_ < 0 || (watch_ >= 0 && users_ == 0)) return;
-    // A queue that is full is a program that doesn't read: a real port loses the bytes then.
-    [[maybe_unused]] const ssize_t count = write(master_, bytes.data(), bytes.size());
+    if (master_ < 0 || (watch_ >= 0 && users_ == 0)) return bytes.size();
+    const ssize_t count = write(master_, bytes.data(), bytes.size());
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
 int PseudoTerminal::Baud() const

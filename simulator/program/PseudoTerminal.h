@@ -1,6 +1,7 @@
 #pragma once
 // A pseudo-terminal that stands for the antenna's serial port.
 
+#include <cstddef>
 #include <string>
 
 class PseudoTerminal {
@@ -27,8 +28,9 @@ public:
 
     /// What the program wrote, as far as it is there.
     std::string Read();
-    /// Never blocks. Without a program at the port the bytes are gone, as on a real line.
-    void Write(const std::string& bytes);
+    /// Never blocks, and gives how many bytes it has taken. Without a program at the port all are gone, as on a real
+    /// line.
+    std::size_t Write(const std::string& bytes);
     /// The speed that the program has set; both ends share it.
     int Baud() const;
     /// False when no program has the port open, as far as the system tells.

@@ -1,6 +1,7 @@
 #include "desktop/Binder.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <algorithm>
 #include <string_view>
 
@@ -110,6 +112,11 @@ void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
             control.ListIndex = index;
             Click(control);
         });
+    } else if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) {
+        connect(tabs, &QTabWidget::currentChanged, this, [this, &control](int tab) {
+            control.ListIndex = tab;
+            Click(control);
+        });
     } else if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
         lines_[line] = &control;
         line->installEventFilter(this);
@@ -123,10 +130,22 @@ void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
 void Binder::ConnectOption(Bound& bound, Control& control, QWidget& option)
 {
     Form& form = *bound.form;
-    connect(qobject_cast<QRadioButton*>(&option), &QAbstractButton::clicked, this, [this, &form, &control] {
+    auto* button = qobject_cast<QRadioButton*>(&option);
+    if (!control.Group.empty()) GroupOf(bound, control)->addButton(button);
+    connect(button, &QAbstractButton::clicked, this, [this, &form, &control] {
         Touch(control);
         Act([&form, &control] { SelectOption(form, control); });
     });
+}
+
+/// The toolkit's own group of the options that exclude each other, so that the arrow keys walk through them.
+QButtonGroup* Binder::GroupOf(Bound& bound, const Control& option)
+{
+    const QString name = u"group "_qs + Words(option.Group);
+    if (auto* group = bound.window->findChild<QButtonGroup*>(name)) return group;
+    auto* group = new QButtonGroup(bound.window);
+    group->setObjectName(name);
+    return group;
 }
 
 /// The toolkit may have toggled the widget by itself; whatever the handler does, it shows the control's state.

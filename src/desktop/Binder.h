@@ -13,6 +13,8 @@
 #include "desktop/ShownControl.h"
 #include "forms/Control.h"
 
+class QButtonGroup;
+
 class Binder : public QObject {
     Q_OBJECT
 
@@ -51,6 +53,7 @@ private:
     void Bind(Bound& bound, Control& control);
     void ConnectWidget(Bound& bound, Control& control, QWidget& widget);
     void ConnectOption(Bound& bound, Control& control, QWidget& option);
+    QButtonGroup* GroupOf(Bound& bound, const Control& option);
     void PaintForm(Form& form, QWidget& window);
     void Touch(Control& control);
     void Click(Control& control);

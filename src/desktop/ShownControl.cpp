@@ -1,9 +1,11 @@
 #include "desktop/ShownControl.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFontDatabase>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -14,7 +16,9 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QTextCursor>
+#include <algorithm>
 
 #include "desktop/Looks.h"
 
@@ -22,6 +26,24 @@ namespace {
 
 /// A caption without the mark of its key.
 QString Spoken(QString caption) { return caption.remove(u'&'); }
+
+/// The caption with the mark of its key, where the form was drawn with one: its property "accelerator" is the piece of
+/// the caption that the key's letter begins.
+QString Keyed(const QWidget& widget, QString caption)
+{
+    const QString piece = widget.property("accelerator").toString();
+    const qsizetype at = piece.isEmpty() ? -1 : caption.indexOf(piece);
+    return at < 0 ? caption : caption.insert(at, u'&');
+}
+
+/// Options that exclude each other can't all be cleared by the toolkit's own rules, but a form can.
+void SetChecked(QAbstractButton& button, bool checked)
+{
+    QButtonGroup* group = checked ? nullptr : button.group();
+    if (group) group->setExclusive(false);
+    button.setChecked(checked);
+    if (group) group->setExclusive(true);
+}
 
 /// Check boxes don't wrap their captions.
 QString Folded(const QString& caption)
@@ -51,17 +73,18 @@ QFont DrawnFont(const QWidget& widget)
 /// they can't be found.
 QPalette DrawnPalette(const QWidget& widget)
 {
-    QPalette palette;
-    const QColor window = palette.color(QPalette::Window), ink = palette.color(QPalette::WindowText);
+    const QPalette given = widget.palette();
+    QPalette drawn;  // says only what differs, the rest stays the desktop's
+    const QColor window = given.color(QPalette::Window), ink = given.color(QPalette::WindowText);
     const bool option = qobject_cast<const QRadioButton*>(&widget) || qobject_cast<const QCheckBox*>(&widget);
-    if (option && window.lightness() < ink.lightness()) palette.setColor(QPalette::Base, Mixed(ink, window, 0.35));
-    if (!widget.property("leadsOn").toBool()) return palette;
+    if (option && window.lightness() < ink.lightness()) drawn.setColor(QPalette::Base, Mixed(ink, window, 0.35));
+    if (!widget.property("leadsOn").toBool()) return drawn;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        const QColor light = palette.color(QPalette::Active, QPalette::Highlight);
-        palette.setColor(group, QPalette::Button, light);
-        palette.setColor(group, QPalette::ButtonText, ReadableOn(light));
+        const QColor light = given.color(QPalette::Active, QPalette::Highlight);
+        drawn.setColor(group, QPalette::Button, light);
+        drawn.setColor(group, QPalette::ButtonText, ReadableOn(light));
     }
-    return palette;
+    return drawn;
 }
 
 }  // namespace
@@ -110,23 +133,34 @@ void ShownControl::ApplyContent(QWidget& widget)
     if (auto* choice = qobject_cast<QComboBox*>(&widget)) return ApplyChoice(*choice);
     if (auto* line = qobject_cast<QLineEdit*>(&widget)) return ApplyLine(*line);
     if (auto* box = qobject_cast<QPlainTextEdit*>(&widget)) return ApplyText(*box);
+    if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) return ApplyTabs(*tabs);
+    if (auto* box = qobject_cast<QGroupBox*>(&widget)) box->setTitle(Keyed(*box, Words(control.Caption())));
     if (auto* bar = qobject_cast<QProgressBar*>(&widget)) bar->setValue(control.Value);
 }
 
 void ShownControl::ApplyLabel(QLabel& label)
 {
     QString words = Words(control.Caption()).remove(u'\r');
-    if (name_ != u"Caption" && name_ != u"Heading") label.setAccessibleName(name_ + u": "_qs + words);
+    const bool speaksForItself = name_ == u"Caption" || name_ == u"Heading";
+    label.setAccessibleName(speaksForItself ? words : name_ + u": "_qs + words);
     if (label.buddy()) words.replace(u"&"_qs, u"&&"_qs);
-    label.setText(words);
+    label.setText(Keyed(label, words));
 }
 
 void ShownControl::ApplyButton(QAbstractButton& button)
 {
     const QString caption = Words(control.Caption());
-    button.setText(qobject_cast<QCheckBox*>(&button) ? Folded(caption) : caption);
+    button.setText(Keyed(button, qobject_cast<QCheckBox*>(&button) ? Folded(caption) : caption));
     if (!caption.isEmpty()) button.setAccessibleName(Spoken(caption));
-    if (button.isCheckable()) button.setChecked(control.Value == 1);
+    if (button.isCheckable()) SetChecked(button, control.Value == 1);
+}
+
+void ShownControl::ApplyTabs(QTabWidget& tabs)
+{
+    const std::vector<std::string>& captions = control.List;
+    const int count = std::min(tabs.count(), static_cast<int>(captions.size()));
+    for (int tab = 0; tab < count; ++tab) tabs.setTabText(tab, Words(captions[static_cast<std::size_t>(tab)]));
+    tabs.setCurrentIndex(control.ListIndex);
 }
 
 void ShownControl::ApplyChoice(QComboBox& choice)
@@ -216,6 +250,7 @@ void ShownControl::ApplyFont(QWidget& widget)
 void ShownControl::ApplyColors(QWidget& widget)
 {
     if (control.BackColor == Standard && control.ForeColor == Standard) {
+        widget.setPalette(QPalette());  // what was drawn before must not show through
         widget.setPalette(DrawnPalette(widget));
         widget.setAutoFillBackground(false);
         return;

@@ -16,6 +16,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QPlainTextEdit;
+class QTabWidget;
 
 class ShownControl {
 public:
@@ -33,6 +34,7 @@ private:
     void ApplyContent(QWidget& widget);
     void ApplyLabel(QLabel& label);
     void ApplyButton(QAbstractButton& button);
+    void ApplyTabs(QTabWidget& tabs);
     void ApplyChoice(QComboBox& choice);
     void ApplyLine(QLineEdit& line);
     void ApplyText(QPlainTextEdit& box);

@@ -13,6 +13,7 @@ struct Failure {
 inline constexpr int FAIL_OVERFLOW = 6;        // a number doesn't fit
 inline constexpr int FAIL_MEMORY = 7;          // out of memory
 inline constexpr int FAIL_SUBSCRIPT = 9;       // an index beyond its array
+inline constexpr int FAIL_DIVISION = 11;       // division by zero
 inline constexpr int FAIL_TYPE_MISMATCH = 13;  // a text that should be a number isn't one
 inline constexpr int FAIL_BAD_FILE = 52;       // bad file name or number
 inline constexpr int FAIL_NOT_FOUND = 53;      // file not found

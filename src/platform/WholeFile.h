@@ -17,3 +17,7 @@ std::string ReadWholeFile(const std::filesystem::path& path, std::size_t maxByte
 /// a battery that runs empty right after it. What was written of a file that can't be completed is deleted again.
 /// Raises Failure: 61 disk full, 76 no such directory, or the number for the system's error.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
+
+/// What was written of a file, or renamed in a directory, is on the disk when the call returns; where the system can't
+/// do that it does nothing. Raises Failure when the disk refuses.
+void SyncToDisk(const std::filesystem::path& path);

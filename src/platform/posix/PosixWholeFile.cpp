@@ -19,6 +19,9 @@ int FailureOfWriting(int error)
     }
 }
 
+/// 0, or the system's error. Some file systems can't sync; what they have taken counts as written.
+int Sync(int descriptor) { return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno; }
+
 /// 0, or the system's error.
 int WriteAll(int descriptor, std::string_view bytes)
 {
@@ -28,9 +31,7 @@ int WriteAll(int descriptor, std::string_view bytes)
         if (written < 0) return errno;
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
-    // Some file systems can't sync; what they have taken counts as written.
-    if (fsync(descriptor) != 0 && errno != EINVAL && errno != ENOTSUP) return errno;
-    return 0;
+    return Sync(descriptor);
 }
 
 }  // namespace
@@ -47,4 +48,13 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
     if (error == 0) return;
     unlink(path.c_str());
     fail(error);
+}
+
+void SyncToDisk(const std::filesystem::path& path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int error = descriptor < 0 ? errno : Sync(descriptor);
+    if (descriptor >= 0) close(descriptor);
+    if (error != 0)
+        throw Failure{FailureOfWriting(error), path.filename().string() + ": " + std::strerror(error) + "."};
 }

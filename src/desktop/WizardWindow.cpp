@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 
 #include "desktop/Keys.h"
 #include "desktop/Looks.h"
@@ -25,8 +26,11 @@ WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
     ui_->statusBar->addWidget(&portState_);
     connect(ui_->steps, &QStackedWidget::currentChanged, this, &WizardWindow::ShowStep);
     connect(ui_->mnuCommPort, &QMenu::aboutToShow, this, [this] { binder_.Act(mnuCommPort_Open); });
+    ui_->findBar->SearchIn(*ui_->Text1);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, ui_->findBar, &FindBar::Open);
     binder_.Painted = [this] {
         ShowPortState();
+        ui_->diagnostics->ShowAngles();
         KeepFocus();
     };
     qApp->installEventFilter(this);
@@ -54,6 +58,7 @@ void WizardWindow::resizeEvent(QResizeEvent* event)
 void WizardWindow::ShowStep(int step)
 {
     ui_->road->SetStep(step);
+    ui_->road->setVisible(step > 0);  // the diagnostics lie beside the road
     if (auto* page = qobject_cast<QScrollArea*>(ui_->steps->widget(step))) page->verticalScrollBar()->setValue(0);
 }
 

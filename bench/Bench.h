@@ -15,6 +15,10 @@ void MeasureRecords(Report& report, int baud, int kilobytes);
 /// The program waits for its user.
 void MeasureIdle(Report& report);
 
+/// The antenna prints for 20 s at 115200 baud, and 1 MB as fast as it is read.
+void MeasureTerminalAtLineSpeed(Report& report);
+void MeasureTerminalAtFullSpeed(Report& report);
+
 /// From the start of the process to a window that is painted.
 void MeasureStart(Report& report);
 

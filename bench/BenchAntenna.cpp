@@ -14,9 +14,12 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "simulator/Flood.h"
+
 namespace {
 
 constexpr int bitsPerByte = 10;
+constexpr std::chrono::milliseconds gatherTime(1);
 
 double Now() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
 
@@ -53,7 +56,7 @@ void BenchAntenna::OpenPort(int baud)
     termios line{};
     if (held_ < 0 || tcgetattr(held_, &line) != 0) throw std::runtime_error(path_ + " can't be opened");
     cfmakeraw(&line);
-    cfsetspeed(&line, baud == 38400 ? B38400 : B9600);
+    cfsetspeed(&line, baud == 115200 ? B115200 : baud == 38400 ? B38400 : B9600);
     tcsetattr(held_, TCSANOW, &line);
 }
 
@@ -67,7 +70,9 @@ bool BenchAntenna::AwaitSoftware() const
 int BenchAntenna::BaudOfProgram() const
 {
     termios line{};
-    return tcgetattr(held_, &line) == 0 && cfgetospeed(&line) == B38400 ? 38400 : 9600;
+    if (tcgetattr(held_, &line) != 0) return 9600;
+    const speed_t speed = cfgetospeed(&line);
+    return speed == B115200 ? 115200 : speed == B38400 ? 38400 : 9600;
 }
 
 /// What the program wrote has arrived at the antenna's end.
@@ -118,7 +123,8 @@ void BenchAntenna::Run()
     while (!ends_) {
         const double wait = std::clamp(wire_.NextEvent() - Now(), 0.0, 0.1);
         const timespec timeout{0, static_cast<long>(std::floor(wait * 1e9))};
-        pollfd watched{master_, POLLIN, 0};
+        pollfd watched{master_, static_cast<short>(unread_.empty() ? POLLIN : POLLIN | POLLOUT), 0};
+        if (floods_) std::this_thread::sleep_for(gatherTime);
         ppoll(&watched, 1, &timeout, nullptr);
         // What is there when a change of speed shows was sent ahead of it.
         if ((watched.revents & POLLIN) != 0) Take(Now());
@@ -126,6 +132,7 @@ void BenchAntenna::Run()
         Give();
         running_ = antenna_.Doing() == sim::State::Running;
         SignOnIfWanted();
+        FloodIfWanted();
     }
 }
 
@@ -136,6 +143,34 @@ void BenchAntenna::SignOnIfWanted()
     nextSignOn_ = Now() + 2;
     wire_.Advance(Now());
     antenna_.Reset(Now());
+}
+
+void BenchAntenna::FloodOnState(std::size_t bytes, Pace pace)
+{
+    pace_ = pace;
+    floodBytes_ = bytes;
+}
+
+void BenchAntenna::FloodIfWanted()
+{
+    GiveFlood();
+    if (floodBytes_ == 0) return;
+    heard_ += antenna_.TakeHeard();
+    if (heard_.find("STATE\r") == std::string::npos) return;
+    const std::size_t bytes = floodBytes_.exchange(0);
+    if (pace_ == Pace::OfTheReader) {
+        unread_ = sim::FloodText(bytes);
+        return;
+    }
+    floods_ = true;
+    antenna_.Flood(bytes, Now());
+}
+
+void BenchAntenna::GiveFlood()
+{
+    if (unread_.empty()) return;
+    const ssize_t count = write(master_, unread_.data(), unread_.size());
+    if (count > 0) unread_.erase(0, static_cast<std::size_t>(count));
 }
 
 BenchAntenna::Transfer BenchAntenna::Finish()

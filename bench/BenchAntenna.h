@@ -2,6 +2,7 @@
 // The simulated antenna on a pseudo-terminal, with a stop-watch at its end of the line.
 
 #include <atomic>
+#include <cstddef>
 #include <string>
 #include <thread>
 #include <vector>
@@ -11,8 +12,8 @@
 
 class BenchAntenna {
 public:
-    /// A unit of the simulated antenna, here at `baud` (9600 or 38400) from its start. It is switched on at once.
-    /// Raises std::runtime_error when there is no pseudo-terminal.
+    /// A unit of the simulated antenna, here at `baud` (9600, 38400 or 115200) from its start. It is switched on at
+    /// once. Raises std::runtime_error when there is no pseudo-terminal.
     BenchAntenna(int board, const char* name, int baud);
     ~BenchAntenna();
     BenchAntenna(const BenchAntenna&) = delete;
@@ -26,6 +27,11 @@ public:
 
     /// From here on it signs on every two seconds until a program command comes: nobody is at its power switch.
     void SignOnAgainAndAgain() { signsOn_ = true; }
+
+    enum class Pace { OfTheLine, OfTheReader };
+    /// From here on it answers the next "STATE" with a flood of so many bytes, see sim::FloodText: in the pieces that
+    /// an adapter on USB gathers in a millisecond, or as fast as the program reads.
+    void FloodOnState(std::size_t bytes, Pace pace);
 
     struct Transfer {
         int lines = 0;  // taken and acknowledged; blocks and records likewise
@@ -45,6 +51,8 @@ private:
     void Give();
     bool IsTaking() const;
     void SignOnIfWanted();
+    void FloodIfWanted();
+    void GiveFlood();
     int BaudOfProgram() const;
 
     sim::Unit unit_;
@@ -58,6 +66,11 @@ private:
     double dollarSaid_ = -1;  // -1 while no "$" waits for a line behind it
     std::size_t bytes_ = 0;
     double nextSignOn_ = 0;
+    std::atomic<std::size_t> floodBytes_ = 0;  // 0: none is wanted
+    Pace pace_ = Pace::OfTheLine;
+    std::string heard_;
+    bool floods_ = false;
+    std::string unread_;  // of a flood that goes as fast as it is read
     std::atomic<bool> running_ = false, ends_ = false, signsOn_ = false;
     std::thread thread_;
 };

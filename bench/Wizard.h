@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -29,8 +30,13 @@ private:
     QTemporaryDir directory_;
 };
 
+class Desktop;
+
 /// What the wizard in this process is to do, and its end.
 int RunWizard(const QString& task, int argc, char** argv);
+
+/// Its part in a flood of so many bytes on the terminal.
+void WatchTerminal(Desktop& desktop, std::size_t bytes);
 
 /// Prepares a program of the build directory to run offscreen on that home.
 void Prepare(QProcess& process, const Home& home, const QString& program, const QStringList& arguments);
@@ -44,7 +50,10 @@ void Prepare(QProcess& process, const Home& home, const QString& program, const 
 ///     check   tests BENCH.HEX ten times over; "check0" to "check9" are the times in us
 ///     check19 tests BENCH.S19 for an RF7 board likewise
 ///     images  fills both images of an RF board from BENCH.S19 likewise
-/// All give "memory", the peak in KB.
+///     terminal:N shows N bytes of a flood, see FloodText, in the Diagnostics; "wall" and "cpu" are its times in us,
+///             "longest" and "longestcpu" those of the longest time that a click would have had to wait, "text" the
+///             most characters that the terminal held, "log" the bytes of the flood that stand in the log
+/// All but the last give "memory", the peak in KB.
 std::map<std::string, double> RunTask(const Home& home, const QString& task, int seconds);
 
 /// The most that "memory" has been, in KB.

@@ -144,6 +144,7 @@ int RunWizard(const QString& task, int argc, char** argv)
     QTimer hand;
     if (task == u"start") return desktop.Run(), 0;
     desktop.Window().removeEventFilter(&paint);
+    if (task.startsWith(u"terminal:")) return WatchTerminal(desktop, task.mid(9).toUInt()), 0;
     for (const Plan& each : plans)
         if (task == QLatin1String(each.task)) plan = &each;
     for (const Check& each : checks)

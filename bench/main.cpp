@@ -27,6 +27,8 @@ const Measurement measurements[] = {
     {"blocks", MeasureBlocks},
     {"records9600", [](Report& report) { MeasureRecords(report, 9600, 12); }},
     {"records38400", [](Report& report) { MeasureRecords(report, 38400, 32); }},
+    {"terminal", MeasureTerminalAtLineSpeed},
+    {"flood", MeasureTerminalAtFullSpeed},
     {"memory", MeasureMemory},
     {"idle", MeasureIdle},
 };
@@ -58,8 +60,8 @@ int main(int argc, char** argv)
     }
     if (run == 0) {
         std::fputs(
-            "usage: burnline-bench [start] [file] [9600] [38400] [blocks] [records9600] [records38400] [memory] "
-            "[idle]\n",
+            "usage: burnline-bench [start] [file] [9600] [38400] [blocks] [records9600] [records38400] "
+            "[terminal] [flood] [memory] [idle]\n",
             stderr);
         return 100;
     }

@@ -47,7 +47,8 @@ Seen WizardProcess::See(const std::string& name)
             seen["enabled"].toBool(),
             seen["checked"].toBool(),
             seen["text"].toString().toStdString(),
-            seen["tip"].toString().toStdString()};
+            seen["tip"].toString().toStdString(),
+            seen["entries"].toString().toStdString()};
 }
 
 void WizardProcess::Do(const std::string& command, double seconds)
@@ -65,6 +66,11 @@ void WizardProcess::Do(const std::string& command, double seconds)
 }
 
 void WizardProcess::Click(const std::string& name, double seconds) { Do("click " + name, seconds); }
+
+void WizardProcess::Choose(const std::string& name, const std::string& entry)
+{
+    Do("choose " + name + " " + entry, 10);
+}
 
 void WizardProcess::Focus(const std::string& name) { Do("focus " + name, 10); }
 
@@ -99,6 +105,17 @@ void WizardProcess::AnswerBox(const std::string& words, const std::string& butto
 {
     WaitForText("msgBox", words, seconds);
     Click("msgBox/" + button);
+}
+
+void WizardProcess::AnswerFileDialog(const std::filesystem::path& path, const std::string& button)
+{
+    WaitUntil("a file is asked for", [&] { return See("fileDialog").visible; });
+    if (path.empty()) return Click("fileDialog/Cancel");
+    Focus("fileNameEdit");
+    Type(path.string());
+    WaitUntil("the path is typed", [&] { return See("fileNameEdit").text == path.string(); });
+    Click("fileDialog/" + button);
+    WaitUntil("the dialog is answered", [&] { return !See("fileDialog").visible; });
 }
 
 double WizardProcess::ProcessorSeconds()

@@ -16,6 +16,7 @@ struct Seen {
     bool checked = false;
     std::string text;
     std::string tip;
+    std::string entries;  // of a combo box, a list, or tabs: one a line
 
     bool Says(const std::string& words) const { return visible && text.find(words) != std::string::npos; }
 };
@@ -27,6 +28,8 @@ public:
 
     Seen See(const std::string& name);
     void Click(const std::string& name, double seconds = 10);
+    /// An entry of a combo box or a list, or a tab.
+    void Choose(const std::string& name, const std::string& entry);
     void Focus(const std::string& name);
     void Type(const std::string& text);
     void PressKey(const std::string& name);
@@ -40,6 +43,8 @@ public:
     void WaitUntil(const std::string& what, const std::function<bool()>& holds, double seconds = 10);
     /// Waits for the message box with these words and presses one of its buttons.
     void AnswerBox(const std::string& words, const std::string& button, double seconds = 10);
+    /// Waits for the dialog that asks for a file and types a path into it, or presses Cancel when there is none.
+    void AnswerFileDialog(const std::filesystem::path& path, const std::string& button = "Open");
     bool HasBox() { return See("msgBox").visible; }
 
     bool EndsWithin(double seconds) { return child_.EndsWithin(static_cast<int>(seconds * 1000)); }

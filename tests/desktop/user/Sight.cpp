@@ -3,17 +3,17 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QTabWidget>
 
 namespace {
-
-/// A caption as it is read aloud.
-QString Plain(QString caption) { return caption.remove(u'&'); }
 
 QWidget* ButtonOf(QWidget* box, const QString& caption)
 {
@@ -32,16 +32,35 @@ QString TextOf(const QWidget& widget)
     if (const auto* box = qobject_cast<const QPlainTextEdit*>(&widget)) return box->toPlainText();
     if (const auto* choice = qobject_cast<const QComboBox*>(&widget)) return choice->currentText();
     if (const auto* bar = qobject_cast<const QProgressBar*>(&widget)) return QString::number(bar->value());
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(&widget)) return Plain(tabs->tabText(tabs->currentIndex()));
+    if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) return Plain(group->title());
+    if (const auto* list = qobject_cast<const QListWidget*>(&widget))
+        return list->currentItem() ? list->currentItem()->text() : QString();
     return widget.windowTitle();
 }
 
 }  // namespace
+
+QString Plain(QString caption) { return caption.remove(u'&'); }
+
+QStringList EntriesOf(const QWidget& widget)
+{
+    QStringList entries;
+    if (const auto* choice = qobject_cast<const QComboBox*>(&widget))
+        for (int at = 0; at < choice->count(); ++at) entries << choice->itemText(at);
+    if (const auto* list = qobject_cast<const QListWidget*>(&widget))
+        for (int at = 0; at < list->count(); ++at) entries << list->item(at)->text();
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(&widget))
+        for (int at = 0; at < tabs->count(); ++at) entries << Plain(tabs->tabText(at));
+    return entries;
+}
 
 QWidget* FindWidget(const QString& name)
 {
     // A box over a box has the same name; the one that is open counts.
     QWidget* dialog = QApplication::activeModalWidget();
     if (name.startsWith(u"msgBox/")) return ButtonOf(dialog, name.mid(7));
+    if (name.startsWith(u"fileDialog/")) return ButtonOf(FindWidget("fileDialog"), name.mid(11));
     if (name == u"msgBox") return qobject_cast<QMessageBox*>(dialog);
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->objectName() == name) return window;
@@ -65,6 +84,7 @@ QJsonObject Seen(const QWidget& widget)
             {"enabled", widget.isEnabled()},
             {"text", TextOf(widget)},
             {"tip", widget.toolTip()},
+            {"entries", EntriesOf(widget).join(u'\n')},
             {"checked", button && button->isChecked()}};
 }
 

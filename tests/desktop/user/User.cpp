@@ -3,15 +3,20 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QGenericPlugin>
 #include <QJsonDocument>
 #include <QKeySequence>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QWindow>
 #include <QtTest/QTest>
 
+#include "tests/desktop/user/Dark.h"
 #include "tests/desktop/user/Sight.h"
 
 namespace {
@@ -30,6 +35,20 @@ void ScrollTo(QWidget& widget)
 {
     for (QWidget* parent = widget.parentWidget(); parent; parent = parent->parentWidget())
         if (auto* area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(&widget);
+}
+
+/// Space unfolds the list, the keys go down to the entry, Return takes it: the program hears of one choice.
+void ChooseByKeys(QComboBox& box, int entry)
+{
+    QWindow* window = box.window()->windowHandle();
+    window->requestActivate();
+    box.setFocus();
+    QTest::keyClick(window, Qt::Key_Space);
+    const QWidget* list = QApplication::activePopupWidget();
+    if (!list) return;
+    QTest::keyClick(list->windowHandle(), Qt::Key_Home);
+    for (int at = 0; at < entry; ++at) QTest::keyClick(list->windowHandle(), Qt::Key_Down);
+    QTest::keyClick(list->windowHandle(), Qt::Key_Return);
 }
 
 }  // namespace
@@ -69,6 +88,7 @@ QJsonObject User::Obey(const QString& command, const QString& rest)
         return Problem(rest + " isn't there");
     }
     if (command == u"click") return Click(rest);
+    if (command == u"choose") return Choose(rest.section(u' ', 0, 0), rest.section(u' ', 1));
     if (command == u"type") return Type(rest);
     if (command == u"key") return PressKey(rest);
     if (command == u"paints") return {{"text", QString::number(paints_.value(rest))}};
@@ -96,6 +116,24 @@ QJsonObject User::Click(const QString& name)
     // The box and ring of an option stand at its left; its caption need not fill it.
     const bool option = widget->inherits("QRadioButton") || widget->inherits("QCheckBox");
     return ClickAt(*widget, option ? QPoint(10, widget->height() / 2) : widget->rect().center());
+}
+
+QJsonObject User::Choose(const QString& name, const QString& entry)
+{
+    QWidget* widget = FindWidget(name);
+    if (!widget || !widget->isVisible() || !widget->isEnabled()) return Problem(name + " can't be chosen from");
+    const int at = static_cast<int>(EntriesOf(*widget).indexOf(entry));
+    if (at < 0) return Problem(name + " has no entry " + entry);
+    ScrollTo(*widget);
+    if (auto* tabs = qobject_cast<QTabWidget*>(widget))
+        return ClickAt(*tabs->tabBar(), tabs->tabBar()->tabRect(at).center());
+    if (auto* list = qobject_cast<QListWidget*>(widget)) {
+        list->scrollToItem(list->item(at));
+        return ClickAt(*list->viewport(), list->visualItemRect(list->item(at)).center());
+    }
+    auto* box = qobject_cast<QComboBox*>(widget);
+    if (!box) return Problem(name + " has no entries");
+    return Later([box, at] { ChooseByKeys(*box, at); });
 }
 
 /// In the menu bar, or in a menu that is open.
@@ -154,7 +192,11 @@ class UserPlugin : public QGenericPlugin {
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "user.json")
 
 public:
-    QObject* create(const QString&, const QString&) override { return new User; }
+    QObject* create(const QString&, const QString& wish) override
+    {
+        if (wish == u"dark") DarkenPalette();
+        return new User;
+    }
 };
 
 #include "User.moc"

@@ -3,12 +3,16 @@
 // commands from standard input, one a line, and answers each with one line of JSON on standard output.
 //
 //   see NAME          what the widget, menu entry or message box (msgBox) shows
-//   click NAME        the mouse, on the middle of the widget; msgBox/Retry is the box's button "Retry"
+//   click NAME        the mouse, on the middle of the widget; msgBox/Retry is the box's button "Retry", and
+//                     fileDialog/Open one of the dialog that asks for a file
+//   choose NAME ENTRY the keyboard on a combo box, the mouse on an entry of a list or on a tab
 //   focus NAME        the keyboard goes there
 //   type TEXT         keys, in the window that has the keyboard
 //   key NAME          one key or combination: Return, Alt+N
 //   close             the window's close button
 //   paints NAME       how often the widget was painted so far
+//
+// QT_QPA_GENERIC_PLUGINS=user:dark gives the program the colours of a dark desktop.
 //
 // The answer holds "problem" when the user can't do that: the widget is hidden, disabled, covered, or behind a dialog.
 
@@ -30,6 +34,7 @@ private:
     void ReadCommands();
     QJsonObject Obey(const QString& command, const QString& rest);
     QJsonObject Click(const QString& name);
+    QJsonObject Choose(const QString& name, const QString& entry);
     QJsonObject ClickAction(QAction& action);
     QJsonObject ClickAt(QWidget& widget, QPoint at);
     QJsonObject Type(const QString& text);

@@ -1,11 +1,13 @@
 #include "desktop/Binder.h"
 
 #include <QAbstractButton>
+#include <QBoxLayout>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
@@ -34,6 +36,35 @@ std::string_view ArrayOf(std::string_view name)
     return numbered ? name.substr(0, bar) : std::string_view();
 }
 
+/// An option of an array that was loaded while the program runs: a button like the first one of the array, below the
+/// one before it. Null for any other control.
+QRadioButton* MakeOption(const QWidget& window, const Control& control)
+{
+    const QString name = Words(control.Name), array = Words(ArrayOf(control.Name));
+    const auto option = [&](int index) {
+        return window.findChild<QRadioButton*>(array + u'_' + QString::number(index));
+    };
+    const int index = array.isEmpty() ? 0 : name.mid(array.size() + 1).toInt();
+    QRadioButton* const before = index > 0 ? option(index - 1) : nullptr;
+    auto* place = before ? qobject_cast<QBoxLayout*>(before->parentWidget()->layout()) : nullptr;
+    if (!place) return nullptr;
+    auto* made = new QRadioButton(before->parentWidget());
+    made->setObjectName(name);
+    made->setAutoExclusive(before->autoExclusive());
+    place->insertWidget(place->indexOf(before) + 1, made);
+    QWidget::setTabOrder(before, made);
+    return made;
+}
+
+/// The character that a key types; 0 for one that types none, as Delete or Ctrl+A.
+int Typed(const QKeyEvent& key)
+{
+    constexpr int enter = 13, backspace = 8;
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) return enter;
+    if (key.key() == Qt::Key_Backspace) return backspace;
+    return !key.text().isEmpty() && key.text().at(0).isPrint() ? key.text().at(0).unicode() : 0;
+}
+
 }  // namespace
 
 Binder::Binder(CaughtFailure& caught) : caught_(caught), paintsLeft_(burst)
@@ -49,10 +80,11 @@ void Binder::Attach(Form& form, QWidget& window)
     Bound& bound = bound_.emplace_back(Bound{&form, &window, 0, {}});
     BindNew(bound);
     if (auto* dialog = qobject_cast<QDialog*>(&window)) {
-        // Closing a dialog is its Cancel button.
+        // Closing a dialog is its Cancel button, or the one that puts it away.
         connect(dialog, &QDialog::rejected, this, [this, &form] {
-            const auto cancel = std::find_if(form.Controls.begin(), form.Controls.end(),
-                                             [](const Control* control) { return control->Name == "cmdCancel"; });
+            const auto cancel = std::find_if(form.Controls.begin(), form.Controls.end(), [](const Control* control) {
+                return control->Name == "cmdCancel" || control->Name == "cmdDismiss";
+            });
             form.Changed = true;
             ++FormsRevision;
             if (cancel != form.Controls.end() && form.Visible) Click(**cancel);
@@ -76,11 +108,8 @@ void Binder::BindNew(Bound& bound)
 void Binder::Bind(Bound& bound, Control& control)
 {
     const QString name = Words(control.Name);
-    if (auto* widget = bound.window->findChild<QWidget*>(name)) {
-        bound.shown.emplace_back(control, *widget);
-        ConnectWidget(bound, control, *widget);
-        return;
-    }
+    if (auto* widget = bound.window->findChild<QWidget*>(name)) return Bind(bound, control, *widget);
+    if (auto* option = MakeOption(*bound.window, control)) return Bind(bound, control, *option);
     auto* action = bound.window->findChild<QAction*>(name);
     if (!action) {
         // Items of an array under a menu come and go while the program runs.
@@ -94,6 +123,12 @@ void Binder::Bind(Bound& bound, Control& control)
     }
     bound.shown.emplace_back(control, *action);
     connect(action, &QAction::triggered, this, [this, &control] { Click(control); });
+}
+
+void Binder::Bind(Bound& bound, Control& control, QWidget& widget)
+{
+    bound.shown.emplace_back(control, widget);
+    ConnectWidget(bound, control, widget);
 }
 
 void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
@@ -117,6 +152,8 @@ void Binder::ConnectWidget(Bound& bound, Control& control, QWidget& widget)
             control.ListIndex = tab;
             Click(control);
         });
+    } else if (auto* list = qobject_cast<QListWidget*>(&widget)) {
+        ConnectList(control, *list);
     } else if (auto* line = qobject_cast<QLineEdit*>(&widget)) {
         lines_[line] = &control;
         line->installEventFilter(this);
@@ -146,6 +183,19 @@ QButtonGroup* Binder::GroupOf(Bound& bound, const Control& option)
     auto* group = new QButtonGroup(bound.window);
     group->setObjectName(name);
     return group;
+}
+
+void Binder::ConnectList(Control& control, QListWidget& list)
+{
+    connect(&list, &QListWidget::currentRowChanged, this, [this, &control](int row) {
+        control.ListIndex = row;
+        Click(control);
+    });
+    // Twice is chosen and done: the button that Enter presses too.
+    connect(&list, &QListWidget::itemDoubleClicked, this, [&list] {
+        for (QPushButton* button : list.window()->findChildren<QPushButton*>())
+            if (button->isDefault()) return button->click();
+    });
 }
 
 /// The toolkit may have toggled the widget by itself; whatever the handler does, it shows the control's state.
@@ -222,9 +272,7 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
     }
     if (event->type() != QEvent::KeyPress || !lines_.contains(watched)) return false;
     const auto* key = static_cast<QKeyEvent*>(event);
-    constexpr int enter = 13;
-    const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-    const int code = isEnter ? enter : key->text().isEmpty() ? 0 : key->text().at(0).unicode();
+    const int code = Typed(*key);
     Control& control = *lines_.at(watched);
     const auto& handler = code == 0 ? control.KeyDown : control.KeyPress;
     const int pressed = code == 0 && key->modifiers() == Qt::NoModifier ? KeyCode(key->key()) : code;

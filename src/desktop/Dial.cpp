@@ -65,7 +65,7 @@ QString Dial::WordsBelow() const
     return tr("Skew as seen from behind the dish.");
 }
 
-QSize Dial::sizeHint() const { return QSize(fontMetrics().height() * 22, fontMetrics().height() * 10); }
+QSize Dial::sizeHint() const { return QSize(fontMetrics().height() * 22, fontMetrics().height() * 11); }
 
 QSize Dial::minimumSizeHint() const { return QSize(fontMetrics().height() * 15, fontMetrics().height() * 9); }
 

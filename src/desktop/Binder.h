@@ -15,6 +15,8 @@
 
 class QButtonGroup;
 
+class QListWidget;
+
 class Binder : public QObject {
     Q_OBJECT
 
@@ -51,8 +53,10 @@ private:
     };
     void BindNew(Bound& bound);
     void Bind(Bound& bound, Control& control);
+    void Bind(Bound& bound, Control& control, QWidget& widget);
     void ConnectWidget(Bound& bound, Control& control, QWidget& widget);
     void ConnectOption(Bound& bound, Control& control, QWidget& option);
+    void ConnectList(Control& control, QListWidget& list);
     QButtonGroup* GroupOf(Bound& bound, const Control& option);
     void PaintForm(Form& form, QWidget& window);
     void Touch(Control& control);

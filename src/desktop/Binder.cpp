@@ -62,7 +62,10 @@ int Typed(const QKeyEvent& key)
     constexpr int enter = 13, backspace = 8;
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) return enter;
     if (key.key() == Qt::Key_Backspace) return backspace;
-    return !key.text().isEmpty() && key.text().at(0).isPrint() ? key.text().at(0).unicode() : 0;
+    // Ctrl and Alt together are the AltGr of some keyboards, which types.
+    const bool command = (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
+    if (command || key.text().isEmpty() || !key.text().at(0).isPrint()) return 0;
+    return key.text().at(0).unicode();
 }
 
 }  // namespace

@@ -7,18 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Updater.h"
+
 /// A file that the list offers.
 struct UpdateFile {
     std::string Sha256;     // 64 hexadecimal digits, lower case
     std::int64_t Size = 0;  // bytes
     std::string Name;       // a bare file name, fit for the program's directory
     std::string Address;    // relative to the list's own, or whole; not yet resolved
-};
-
-/// News for the user.
-struct UpdateMessage {
-    std::int32_t Number = 0;
-    std::string Text;  // HTML
 };
 
 struct UpdateList {

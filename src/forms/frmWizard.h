@@ -1,6 +1,7 @@
 #pragma once
 // The main window: nine stacked steps, the navigation, the terminal at the right, the menus.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -257,6 +258,10 @@ struct WizardForm {
     std::string sPausedOutput;      // what arrived while the output was paused
     bool bBoardChoiceBusy = false;  // a handler changes the board lists itself
     float fFlashSeconds = 0;        // seconds since the start of the transfer
+
+    std::vector<std::string> sSentCommands;  // typed in this run, the newest one last
+    std::size_t iShownCommand = 0;           // the one that stands in txtSendCmd; behind the last: none
+    std::string sTypedCommand;               // what was being typed when the first one was fetched
 
     // --- what the Diagnostics remember ---------------------------------------------------------------------------
     std::string sSatInstallLine;                     // the line that cmdSatInstall will send

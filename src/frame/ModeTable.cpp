@@ -1,5 +1,6 @@
 // What the link does in each mode, when the antenna speaks and when it stays silent.
 
+#include "diagnostics/Diagnostics.h"
 #include "flash/Phases.h"
 #include "frame/SessionState.h"
 #include "link/Mode.h"
@@ -23,8 +24,8 @@ const Mode ModeTable[ModeCount] = {
     {STATE_PREFLASH,       OnPreflashReply,  NextPreflashStep,       Keep},
     {STATE_RF_BOOT_BLOCKS, OnBootBlockReply, FailFlash,              Raw},
     {STATE_BOOT_UPGRADE,   OnUpgradeReply,   FailFlash,              Raw},
-    {STATE_SAT_LIST_A,     nullptr,          nullptr,                Keep},
-    {STATE_SAT_LIST_B,     nullptr,          nullptr,                Keep},
+    {STATE_SAT_LIST_A,     OnSatListReply,   EndSatListWait,         Keep},
+    {STATE_SAT_LIST_B,     OnSatListReply,   EndSatListWait,         Keep},
     {STATE_SCRIPT,         nullptr,          SendScriptLine,         Keep},
     {STATE_WAIT_PORT_BACK, OnPortBackReply,  TestPortBack,           Keep},
     {STATE_BAUD_SELECT,    OnBaudQuestion,   nullptr,                Keep},

@@ -93,6 +93,7 @@ struct SessionState {
     std::int16_t iDelayTicks = 0;      // countdown in ticks of 10 ms
     std::int16_t iLinePauseTicks = 0;  // pause between two flash lines in ticks of 10 ms
     std::string sCmdQueueText;         // text that waits for the idle mode
+    bool bScriptPaused = false;        // a script goes on by one command a click
     std::string sCommBuffer;           // received text, not yet consumed
     std::string sCommLine;             // the text under test
     bool bExitRequested = false;

@@ -29,4 +29,6 @@ void frmSelectFlashFileDialog_cmdCancel_Click();
 // --- the terminal ------------------------------------------------------------------------------------------------
 /// True when the key is swallowed.
 bool txtSendCmd_KeyPress(int key);
+/// Up and down walk through the commands that were sent.
+bool txtSendCmd_KeyDown(int key);
 void cmdPauseOrResume_Click();

@@ -61,6 +61,26 @@ bool IsFlashing()
     }
 }
 
+/// Ctrl with an arrow key moves the antenna while the buttons that do it are in front. True when it did.
+bool MoveAntenna(int key)
+{
+    constexpr int antennaControl = 1;
+    if (frmWizard.iCurrentStep != STEP_DIAGNOSTICS || frmWizard.SSTab1.ListIndex != antennaControl) return false;
+    const struct {
+        int key;
+        Control& button;
+    } moves[] = {{UpKey, frmWizard.cmdUp},
+                 {DownKey, frmWizard.cmdDown},
+                 {LeftKey, frmWizard.cmdLeft},
+                 {RightKey, frmWizard.cmdRight}};
+    for (const auto& move : moves) {
+        if (move.key != key) continue;
+        move.button.Click();
+        return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void mnuFile_ItemSaveLogFile_Click()
@@ -82,7 +102,8 @@ void mnuFile_ItemSaveLogFile_Click()
 bool Form_KeyDown(int key, bool shift, bool ctrl, bool alt)
 {
     if (key == F1Key) return true;
-    if (!ctrl || !alt || shift) return false;
+    if (!ctrl || shift) return false;
+    if (!alt) return MoveAntenna(key);
     // The way to the diagnostics unlocks the command line and the buttons, which a flash keeps locked.
     if (!IsFlashing()) SetStep(STEP_DIAGNOSTICS);
     return true;

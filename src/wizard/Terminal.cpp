@@ -1,10 +1,42 @@
-// The terminal's command line and its pause button.
+// The terminal's command line, with the commands sent in this run, and its pause button.
+
+#include <string>
+#include <vector>
 
 #include "display/Display.h"
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "text/Text.h"
 #include "wizard/Handlers.h"
+
+namespace {
+
+/// The newest command stands last; one that is sent again moves there.
+void Remember(const std::string& command)
+{
+    constexpr std::size_t most = 100;
+    std::vector<std::string>& sent = frmWizard.sSentCommands;
+    if (!command.empty()) {
+        std::erase(sent, command);
+        sent.push_back(command);
+        if (sent.size() > most) sent.erase(sent.begin());
+    }
+    frmWizard.iShownCommand = sent.size();
+}
+
+}  // namespace
+
+bool txtSendCmd_KeyDown(int key)
+{
+    const std::vector<std::string>& sent = frmWizard.sSentCommands;
+    std::size_t& shown = frmWizard.iShownCommand;
+    if (key != UpKey && key != DownKey) return false;
+    if (frmWizard.txtSendCmd.Locked || shown == (key == UpKey ? 0 : sent.size())) return true;
+    if (shown == sent.size()) frmWizard.sTypedCommand = frmWizard.txtSendCmd.Text();
+    key == UpKey ? --shown : ++shown;
+    frmWizard.txtSendCmd.Text = shown == sent.size() ? frmWizard.sTypedCommand : sent[shown];
+    return true;
+}
 
 bool txtSendCmd_KeyPress(int key)
 {
@@ -14,6 +46,7 @@ bool txtSendCmd_KeyPress(int key)
     if (Session.iCommMode != STATE_IDLE) return true;
     Session.sCmdQueueText += frmWizard.txtSendCmd.Text() + std::string(text::CrLf);
     Session.iWaitTicks = 2;
+    Remember(frmWizard.txtSendCmd.Text);
     frmWizard.txtSendCmd.Text = "";
     return true;
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/Diagnostics.h"
 #include "display/Display.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
@@ -119,10 +120,12 @@ void InitSessionVars()
 void ConnectForms()
 {
     ConnectSteps();
+    ConnectDiagnostics();
     frmWizard.mnuFile_ItemSaveLogFile.Click = mnuFile_ItemSaveLogFile_Click;
     frmWizard.mnuFile_ItemExit.Click = [] { CleanUpForShutdown(1); };
     frmWizard.mnuHelp_ItemAbout.Click = [] { ShowMsgBox(2, ""); };
     frmWizard.txtSendCmd.KeyPress = txtSendCmd_KeyPress;
+    frmWizard.txtSendCmd.KeyDown = txtSendCmd_KeyDown;
     frmWizard.cmdPauseOrResume.Click = cmdPauseOrResume_Click;
 }
 
@@ -151,6 +154,7 @@ void FormLoad()
     frmWizard.cmdPauseOrResume.BackColor = Green;
     FillBoardList(frmWizard.cboBoardToFlash, 0);
     FillBoardList(frmWizard.cboOtherBoard, 1);
+    LoadDiagnostics();
     frmWizard.lblStep[1].Caption = "Before you begin...";
     frmWizard.lblStep[2].Caption = "Select Software To Update";
     frmWizard.lblStep[3].Caption = "Orbimaster Software Found";

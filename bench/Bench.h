@@ -15,7 +15,7 @@ void MeasureRecords(Report& report, int baud, int kilobytes);
 /// The program waits for its user.
 void MeasureIdle(Report& report);
 
-/// The antenna prints for 20 s at 115200 baud, and 1 MB as fast as it is read.
+/// The antenna prints for 20 s at 115200 baud, and 4 MB as fast as it is read.
 void MeasureTerminalAtLineSpeed(Report& report);
 void MeasureTerminalAtFullSpeed(Report& report);
 

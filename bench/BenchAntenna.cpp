@@ -145,7 +145,7 @@ void BenchAntenna::SignOnIfWanted()
     antenna_.Reset(Now());
 }
 
-void BenchAntenna::FloodOnState(std::size_t bytes, Pace pace)
+void BenchAntenna::FloodOnLineFeed(std::size_t bytes, Pace pace)
 {
     pace_ = pace;
     floodBytes_ = bytes;
@@ -155,8 +155,7 @@ void BenchAntenna::FloodIfWanted()
 {
     GiveFlood();
     if (floodBytes_ == 0) return;
-    heard_ += antenna_.TakeHeard();
-    if (heard_.find("STATE\r") == std::string::npos) return;
+    if (antenna_.TakeHeard().find('\n') == std::string::npos) return;
     const std::size_t bytes = floodBytes_.exchange(0);
     if (pace_ == Pace::OfTheReader) {
         unread_ = sim::FloodText(bytes);

@@ -29,9 +29,9 @@ public:
     void SignOnAgainAndAgain() { signsOn_ = true; }
 
     enum class Pace { OfTheLine, OfTheReader };
-    /// From here on it answers the next "STATE" with a flood of so many bytes, see sim::FloodText: in the pieces that
-    /// an adapter on USB gathers in a millisecond, or as fast as the program reads.
-    void FloodOnState(std::size_t bytes, Pace pace);
+    /// From here on it answers the first LF, which no command holds, with a flood of so many bytes, see sim::FloodText:
+    /// in the pieces that an adapter on USB gathers in a millisecond, or as fast as the program reads.
+    void FloodOnLineFeed(std::size_t bytes, Pace pace);
 
     struct Transfer {
         int lines = 0;  // taken and acknowledged; blocks and records likewise
@@ -68,7 +68,6 @@ private:
     double nextSignOn_ = 0;
     std::atomic<std::size_t> floodBytes_ = 0;  // 0: none is wanted
     Pace pace_ = Pace::OfTheLine;
-    std::string heard_;
     bool floods_ = false;
     std::string unread_;  // of a flood that goes as fast as it is read
     std::atomic<bool> running_ = false, ends_ = false, signsOn_ = false;

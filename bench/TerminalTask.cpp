@@ -1,6 +1,8 @@
 // What a flood of text costs the wizard in this process.
 
+#include <QEvent>
 #include <QFile>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
@@ -28,16 +30,23 @@ double Microseconds(clockid_t clock)
 }
 
 /// Looks on every five milliseconds. What keeps it longer keeps the user's keys and clicks as long, too.
-class TerminalWatch {
+class TerminalWatch : public QObject {
 public:
     TerminalWatch(Desktop& desktop, std::size_t bytes) : desktop_(desktop), text_(sim::FloodText(bytes))
     {
         constexpr std::size_t edge = 24;
         head_ = text_.substr(0, edge);
         tail_ = text_.substr(text_.size() - edge);
+        desktop.Window().findChild<QPlainTextEdit*>("Text1")->viewport()->installEventFilter(this);
         pulse_.setTimerType(Qt::PreciseTimer);
         QObject::connect(&pulse_, &QTimer::timeout, [this] { Look(); });
         pulse_.start(pulseMs);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (phase_ == Phase::Flooded && event->type() == QEvent::Paint) ++paints_;
+        return false;
     }
 
 private:
@@ -58,13 +67,13 @@ private:
         }
     }
 
-    /// As the user's question for the state would: the antenna answers with a flood.
+    /// The antenna hears that somebody is there, and begins.
     void Begin()
     {
         if (!Session.bPortReady && ++patience_ * pulseMs < readyMs) return;
         SetStep(STEP_DIAGNOSTICS);
         phase_ = Phase::Asked;
-        MSComm1->Output("STATE\r");
+        MSComm1->Output("\n");
     }
 
     void Note()
@@ -78,8 +87,7 @@ private:
         lastCpu_ = cpu;
         most_ = std::max({most_, frmWizard.Text1.Text().size(), frmWizard.sPausedOutput.size()});
         if (pauses_ < std::size(pauseAt)) PressPause();
-        const bool ended = frmWizard.Text1.Text().ends_with(tail_) || frmWizard.sPausedOutput.ends_with(tail_);
-        if (ended) End();
+        if (frmWizard.Text1.Text().ends_with(tail_) && --rest_ == 0) End();
     }
 
     /// Pressed and released, again and again.
@@ -99,20 +107,22 @@ private:
         pulse_.stop();
         std::printf("wall %.0f\ncpu %.0f\n", lastWall_ - startWall_, lastCpu_ - startCpu_);
         std::printf("longest %.0f\nlongestcpu %.0f\ntext %zu\n", longest_, longestCpu_, most_);
+        std::printf("paints %d\n", paints_);
         QFile log(LogPath());
         const bool whole = log.open(QIODevice::ReadOnly) && log.readAll().contains(QByteArray::fromStdString(text_));
         std::printf("log %zu\n", whole && pauses_ == std::size(pauseAt) ? text_.size() : 0);
         CleanUpForShutdown(2);
     }
 
+    static constexpr int restMs = 300;  // behind the last byte: what was put off is painted
     static constexpr int readyMs = 3000;
-    static constexpr double pauseAt[] = {0.2, 0.4, 0.6, 0.65};  // shares of the flood
+    static constexpr double pauseAt[] = {0.2, 0.4, 0.6, 0.7};  // shares of the flood
     Desktop& desktop_;
     const std::string text_;
     std::string head_, tail_;
     QTimer pulse_;
     Phase phase_ = Phase::Waiting;
-    int patience_ = 0;
+    int paints_ = 0, patience_ = 0, rest_ = restMs / pulseMs;
     std::size_t pauses_ = 0, most_ = 0;
     double startWall_ = 0, startCpu_ = 0, lastWall_ = 0, lastCpu_ = 0, longest_ = 0, longestCpu_ = 0;
 };

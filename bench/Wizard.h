@@ -51,8 +51,9 @@ void Prepare(QProcess& process, const Home& home, const QString& program, const 
 ///     check19 tests BENCH.S19 for an RF7 board likewise
 ///     images  fills both images of an RF board from BENCH.S19 likewise
 ///     terminal:N shows N bytes of a flood, see FloodText, in the Diagnostics; "wall" and "cpu" are its times in us,
-///             "longest" and "longestcpu" those of the longest time that a click would have had to wait, "text" the
-///             most characters that the terminal held, "log" the bytes of the flood that stand in the log
+///             "longest" and "longestcpu" those of the longest time that a click would have had to wait, "paints" the
+///             paintings of the terminal, "text" the most characters that the terminal held, "log" the bytes of the
+///             flood that stand in the log
 /// All but the last give "memory", the peak in KB.
 std::map<std::string, double> RunTask(const Home& home, const QString& task, int seconds);
 

@@ -8,7 +8,11 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "forms/frmCheckAntennas.h"
+#include "forms/frmCheckJarlForGLTV.h"
+#include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
 #include "frame/Round.h"
 #include "frame/SessionState.h"
@@ -24,11 +28,11 @@ namespace {
 
 constexpr double never = std::numeric_limits<double>::infinity();
 
-template <class T>
-void MakeNew(T& thing)
+template <class T, class... From>
+void MakeNew(T& thing, const From&... from)
 {
     std::destroy_at(&thing);
-    std::construct_at(&thing);
+    std::construct_at(&thing, from...);
 }
 
 }  // namespace
@@ -62,6 +66,12 @@ VirtualComputer::VirtualComputer()
     MakeNew(Session);
     MakeNew(frmWizard);
     MakeNew(frmSelectFlashFileDialog);
+    MakeNew(frmPickAntennaDialog);
+    MakeNew(frmCheckAntennasForRF, ListsForRF);
+    MakeNew(frmCheckAntennasForRF6, ListsForRF6);
+    MakeNew(frmCheckAntennasForRF6A, ListsForRF6A);
+    MakeNew(frmCheckJarlForGLTV);
+    MakeNew(frmShowPostFlashCmds);
     computer = this;
     MSComm1 = this;
     directory = directory_.path;
@@ -204,7 +214,13 @@ Answer VirtualComputer::MsgBox(const std::string& words, Buttons buttons, Icon i
 void VirtualComputer::ShowModal(Form& form)
 {
     form.Visible = true;
-    while (form.Visible) WaitForEvent();
+    if (onModal) onModal(form);
+    const double patience = now + 1000;
+    while (form.Visible && !Session.bExitRequested) {
+        if (now > patience) throw std::runtime_error("nobody answers " + form.Name);
+        WaitForEvent();
+    }
+    form.Visible = false;
 }
 
 int VirtualComputer::TestCommPort(int port)
@@ -278,6 +294,21 @@ bool PressOption(Form& form, Control& option)
     if (!option.Enabled || !option.Visible) return false;
     SelectOption(form, option);
     return true;
+}
+
+Control& ControlOf(Form& form, const std::string& name)
+{
+    for (Control* control : form.Controls)
+        if (control->Name == name) return *control;
+    throw std::out_of_range(form.Name + " has no " + name);
+}
+
+void ChooseNoModel(Form& form)
+{
+    Control& none = ControlOf(form, "chkNoneOfThese");
+    none.Value = 1;
+    Press(none);
+    Press(ControlOf(form, "cmdOK"));
 }
 
 void Choose(Control& list, int index) { list.Select(index); }

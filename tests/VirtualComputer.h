@@ -42,11 +42,14 @@ public:
     std::filesystem::path directory;  // the program's directory
     std::map<int, int> ports{{7, PORT_USABLE}};
     bool otherInstance = false;
-    bool deviceGone = false;  // the adapter was pulled out
+    bool internet = false;
+    std::vector<int> helpTopics;  // that were opened
+    bool deviceGone = false;      // the adapter was pulled out
     bool highPriority = false;
     std::deque<Answer> answers;  // to boxes, in order; after that OK, Retry or Yes
     std::vector<Box> boxes;      // those that were shown
     std::function<void(const Box&)> onBox;
+    std::function<void(Form&)> onModal;  // the user in front of a modal form, ahead of the first round
     std::vector<std::string> openDialogAnswer;
     std::optional<std::string> saveDialogAnswer;
     std::string sent;                       // every byte that the program has written
@@ -78,12 +81,12 @@ public:
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog&) override { return openDialogAnswer; }
     std::optional<std::string> SaveDialog(const FileDialog&) override { return saveDialogAnswer; }
-    void ShowHelp(int) override {}
+    void ShowHelp(int topic) override { helpTopics.push_back(topic); }
     void CloseHelp() override {}
     std::string ProgramDirectory() override { return directory.string(); }
     bool PrevInstance() override { return otherInstance; }
     void SetHighPriority(bool high) override { highPriority = high; }
-    bool InternetConnected() override { return false; }
+    bool InternetConnected() override { return internet; }
     int TestCommPort(int port) override;
     PortInfo DescribeCommPort(int port) override;
     std::string Revision() override { return "1.2.3"; }
@@ -120,6 +123,10 @@ private:
 bool Press(Control& control);
 /// The user selects an option of a group.
 bool PressOption(Form& form, Control& option);
+/// The control of that name; a form without it raises std::out_of_range.
+Control& ControlOf(Form& form, const std::string& name);
+/// In a chooser of antenna models: the model isn't listed.
+void ChooseNoModel(Form& form);
 /// The user chooses an entry of a list.
 void Choose(Control& list, int index);
 

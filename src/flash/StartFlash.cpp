@@ -124,6 +124,8 @@ void AwaitReset(const Board& board)
     if (board.takesFlasha) {
         ShowAllCommsTextUpdate("==>flasha\r\n");
         MSComm1->Output("flasha\r");
+        // One without power or software doesn't hear it.
+        AskForPowerCycle("*** Waiting for the antenna to reset. If nothing happens, cycle its power. ***");
     } else {
         AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
     }

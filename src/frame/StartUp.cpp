@@ -3,7 +3,11 @@
 #include "frame/StartUp.h"
 
 #include "flash/TimerISR.h"
+#include "forms/frmCheckAntennas.h"
+#include "forms/frmCheckJarlForGLTV.h"
+#include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
 #include "frame/Round.h"
 #include "frame/SessionState.h"
@@ -41,8 +45,10 @@ void RestoreTransmitDelay()
 
 void UnloadAllForms()
 {
-    frmSelectFlashFileDialog.Self.Visible = false;
-    frmWizard.Self.Visible = false;
+    for (Form* form : {&frmSelectFlashFileDialog.Self, &frmPickAntennaDialog.Self, &frmCheckAntennasForRF.Self,
+                       &frmCheckAntennasForRF6.Self, &frmCheckAntennasForRF6A.Self, &frmCheckJarlForGLTV.Self,
+                       &frmShowPostFlashCmds.Self, &frmWizard.Self})
+        form->Visible = false;
 }
 
 void RunProgram()

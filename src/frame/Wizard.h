@@ -21,6 +21,15 @@ void CleanUpForShutdown(int reason);
 /// The reset before the versions are read; the first query goes out a second later.
 void InitAntennaInfoVars();
 
+/// The lists of antenna models that decide which software an RF board needs.
+enum class ModelList { RF, RF6, RF6A };
+
+/// Asks for the antenna model. True when it is in the list: sCompatFlashFile is then the file that it needs.
+bool AskForModel(ModelList list);
+
+/// Offers the satellite library to a JARL system. The answer is in bUpgradeToGLTV, and sFlashFile goes with it.
+void AskForLibraryUpgrade();
+
 void SetExitRequested(bool value);
 bool IsExitRequested();
 

@@ -85,9 +85,10 @@ void ShowNoVersions()
             "Burnline";
     const bool identified = type == 0 || type == 1;
     if (identified) {
-        frmWizard.cmdPickAntenna.Visible = true;
-        frmWizard.cmdRetryGetVersions.Visible = true;
-        frmWizard.cmdRetryGetVersions.Enabled = true;
+        for (Control* way : {&frmWizard.cmdPickAntenna, &frmWizard.cmdRetryGetVersions}) {
+            way->Visible = true;
+            way->Enabled = true;
+        }
     }
     Session.iCommMode = STATE_IDLE;
     if (Session.bPortOpened) EnableCmdEntry();

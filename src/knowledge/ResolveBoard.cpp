@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
-#include <stdexcept>
 
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "frame/Wizard.h"
+#include "knowledge/BoardRow.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/RowSearch.h"
 #include "knowledge/Utilities.h"
@@ -25,15 +24,20 @@ constexpr std::array rf5Antennas{
 };
 constexpr std::string_view rf5CompatibleFile = "F61118T1.HEX";
 
-/// Boards whose RF software depends on the antenna model, and the file for a model that wasn't chosen.
+/// Boards whose RF software depends on the antenna model, and the file for a model that isn't in the list.
 struct ModelBoard {
     const char* nameHolds;
+    ModelList list;
     const char* defaultFile;
 };
 constexpr std::array<ModelBoard, 2> modelBoards{{
-    {" RF6 BOARD", "F61205M.S19"},   // the model is asked here once frmCheckAntennasForRF6 stands
-    {" RF6A BOARD", "F61271A.S19"},  // and here with frmCheckAntennasForRF6A
+    {" RF6 BOARD", ModelList::RF6, "F61205M.S19"},
+    {" RF6A BOARD", ModelList::RF6A, "F61271A.S19"},
 }};
+
+/// The link of a board that was picked by hand; what isn't here speaks as the antenna does.
+constexpr int fastBoard = 14;
+constexpr const char* fastLink = "38400,N,8,1";
 
 bool IsOneOf(int type, std::initializer_list<int> types)
 {
@@ -72,49 +76,6 @@ std::string SearchText()
     return board.group != BoardGroup::Line && HasVersions(board.type) && family > 0 ? text::Mid(words, family) : words;
 }
 
-FileArguments Arguments(const std::string& size, const std::string& offset, const std::string& check)
-{
-    // A row may end ahead of numbers that its board has no use for.
-    const auto number = [](const std::string& field) { return field.empty() ? 0 : text::ToLong(field); };
-    return {number(size), number(offset), number(check)};
-}
-
-/// "DELAYXMIT 12": a pause of 12 ticks between two lines.
-std::int16_t PauseTicks(const std::string& extra)
-{
-    if (extra.empty()) return 0;
-    const std::int32_t ticks = text::ToLong(text::Mid(extra, std::string_view("DELAYXMIT").size() + 1));
-    if (ticks < 0 || ticks > std::numeric_limits<std::int16_t>::max())
-        throw std::overflow_error("a pause of " + text::Num(ticks) + " ticks");
-    return static_cast<std::int16_t>(ticks);
-}
-
-/// A number that isn't one raises std::invalid_argument, and nothing of the row is taken.
-void TakeRow(const AntennaRecord& row)
-{
-    const FileArguments first = Arguments(row.ImageSize, row.AddressOffset, row.CheckValue);
-    const std::size_t colon = row.FlashFiles.find(':');
-    if (BoardOf(Session.iBoardType).group == BoardGroup::Line) {
-        Session.iLinePauseTicks = PauseTicks(row.Extra1);
-        Session.iDelayTicks = Session.iLinePauseTicks;
-        if (Session.iLinePauseTicks > 0) frmWizard.Timer2.Enabled = true;
-        Session.sFlashFile = text::Trim(row.FlashFiles);
-    } else if (colon != std::string::npos) {
-        Session.SecondFile = Arguments(row.Extra1, row.Extra2, row.Extra3);
-        Session.sFlashFile = text::Trim(row.FlashFiles.substr(0, colon));
-        Session.sFlashFileName = text::Trim(row.FlashFiles.substr(colon + 1));
-    } else {
-        Session.sFlashFile = text::Trim(row.FlashFiles);
-    }
-    Session.FirstFile = first;
-    Session.sBoardSignOn = text::Trim(row.SignOn);
-    Session.sFlashCmd = text::Trim(row.FlashCmd);
-    Session.sPreflashCmds = CommandsOf(row.PreflashLine);
-    Session.iPreflashCmdIdx = 0;
-    Session.sPostflashCmds = CommandsOf(row.PostflashLine);
-    Session.iPostflashCmdIdx = 0;
-}
-
 /// False when the table doesn't know the board.
 bool SearchBoard()
 {
@@ -128,8 +89,19 @@ bool SearchBoard()
 /// A picked antenna brings its row and files along; only the link has to be at the boot loader's speed.
 bool UsePickedBoard()
 {
+    if (Session.iBoardType == fastBoard) SetLinkSettings(fastLink);
     if (IsOneOf(Session.iBoardType, {20, 16, 15, 4, 11, 13, 3, 9, 6})) SetLinkSettings("9600,N,8,1");
     return !(ChosenRow().AntennaName.empty() && Session.sFlashFile.empty());
+}
+
+/// A JARL system with a newer RF board may get the satellite library. What is known of its versions is the main board's
+/// business alone.
+void OfferLibrary()
+{
+    Session.bUpgradeToGLTV = false;
+    if (Session.iBoardType != 0 || !text::Holds(Session.sMainVersion, "QEL JARL")) return;
+    if (text::Holds(Session.sMainVersion, "QEL JARL GL")) return;
+    if (IsRF7Family(Session.sRFVersion) || text::Holds(Session.sRFVersion, "DVB/DSS 6A")) AskForLibraryUpgrade();
 }
 
 /// The main board's software must go with the RF board that is in the antenna already.
@@ -146,16 +118,25 @@ void FitFileToRFBoard()
         else if (text::Holds(Session.sFlashFile, "F61118"))
             Session.sFlashFile = family + "L.HEX";
     }
-    // frmCheckAntennasForRF will ask for the model here; without an answer it is the file that goes with any RF board.
-    if (Session.bSkipParams && IsRF5Antenna(row)) Session.sFlashFile = rf5CompatibleFile;
+    // Nothing was read, so the user has to know; without a model it is the file that goes with any RF board.
+    if (Session.bSkipParams && IsRF5Antenna(row) && !AskForModel(ModelList::RF)) Session.sFlashFile = rf5CompatibleFile;
+}
+
+/// A further stage of board 21, when its newest file is newer than what the antenna has told; one that told nothing
+/// gets it in any case.
+std::string StageFile(const std::string& latest, const std::string& revision, std::string file, const char* family)
+{
+    if (text::Compare(latest, revision) <= 0) return {};
+    if (file.empty()) file = FindLatestFile(family);
+    return file.empty() ? file : " : " + file;
 }
 
 void ShowFiles()
 {
     std::string files = Session.sFlashFile;
     if (Session.iBoardType == 21) {
-        if (text::Compare(Session.sLatestFPGARev, Session.sFPGARev) > 0) files += " : " + Session.sFPGAFileName;
-        if (text::Compare(Session.sLatestBAPIRev, Session.sBAPIRev) > 0) files += " : " + Session.sBAPIFileName;
+        files += StageFile(Session.sLatestFPGARev, Session.sFPGARev, Session.sFPGAFileName, "F61340A.S19");
+        files += StageFile(Session.sLatestBAPIRev, Session.sBAPIRev, Session.sBAPIFileName, "F61357A.S19");
     } else if (!Session.sFlashFileName.empty()) {
         files += ", " + Session.sFlashFileName;
     }
@@ -168,8 +149,9 @@ void FitFileToModel()
     if (Session.iBoardType == 21 || Session.sFlashFileName.empty()) return;
     for (const ModelBoard& board : modelBoards) {
         if (!text::Holds(ChosenRow().AntennaName, board.nameHolds)) continue;
-        if (!Session.bCompatFlashChosen) Session.sCompatFlashFile = board.defaultFile;
+        if (!AskForModel(board.list)) Session.sCompatFlashFile = board.defaultFile;
         Session.sFlashFile = ResolveFlashFile(Session.sCompatFlashFile);
+        ShowFiles();
     }
 }
 
@@ -195,11 +177,11 @@ void ResolveBoard()
         if (!IsSettingTrue(SETTING_DRY_RUN)) ShowMsgBox(6, "SetStep");
         return;
     }
-    // A JARL system with a newer RF board will be offered the satellite library here (frmCheckJarlForGLTV); until then
-    // nothing is changed.
+    OfferLibrary();
     Session.sFlashFile = ResolveFlashFile(Session.sFlashFile);
     FitFileToRFBoard();
-    FitFileToModel();
     ShowFiles();
+    FitFileToModel();
+    if (IsExitRequested()) return;  // the program was closed instead of an answer, and its log with it
     WriteLogLine("++>Board picked to flash is " + BoardNameForLog());
 }

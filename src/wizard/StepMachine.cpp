@@ -13,6 +13,7 @@
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "platform/ProgramFiles.h"
+#include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -114,6 +115,7 @@ void EnterStepFinished()
     frmWizard.lblPickAntennaInfo.Caption =
         "Software updated successfully. RESTART the antenna now. After restart, you may set parameters manually in the "
         "Orbimaster Antenna Comms window. Click Finish button to exit the Wizard and Orbimaster Antenna Comms window.";
+    ShowPostFlashCmds();
 }
 
 /// What each step does when it is entered, by its number.
@@ -123,7 +125,7 @@ void (*const enterStep[])() = {EnableCmdEntry, EnableCmdEntry, EnableCmdEntry, E
 void Back()
 {
     const int step = frmWizard.iCurrentStep;
-    if (step >= STEP_1 && step <= STEP_4) Session.bSkipParams = false;
+    if (step >= STEP_1 && step <= STEP_4) ForgetPickedAntenna();
     if (step == STEP_3) {
         Session.bUSBLink = false;
         if (Session.iBoardType == 21) Session.iBoardType = 1;
@@ -155,6 +157,9 @@ void SetStep(int step)
 {
     // A file offered for one board must not reach another.
     if (frmSelectFlashFileDialog.Self.Visible) frmSelectFlashFileDialog_cmdCancel_Click();
+    CloseChoosers();
+    // Where a board is chosen afresh, an antenna that was picked for another one must not stay in use.
+    if (step <= STEP_2) ForgetPickedAntenna();
     for (int index = 0; index < frmWizard.fraStep.size(); ++index) frmWizard.fraStep[index].Visible = index == step;
     frmWizard.Self.Caption = "QEL Burnline Assistant";
     SetNavCmds(step);
@@ -191,6 +196,8 @@ void InitAntennaInfoVars()
 
 void cmdRetryGetVersions_Click()
 {
+    CloseChoosers();
+    ForgetPickedAntenna();
     SetNavCmds(STEP_3);
     UpdateVersionsDisplay(7);
     InitAntennaInfoVars();

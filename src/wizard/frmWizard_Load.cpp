@@ -14,6 +14,7 @@
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "text/Text.h"
+#include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -54,10 +55,9 @@ void HideUntilWanted()
 
 void DisableWhatIsToCome()
 {
-    for (Control* control :
-         {&frmWizard.mnuUpdate_ItemCheckForUpdates, &frmWizard.mnuUpdate_ItemImportFile,
-          &frmWizard.mnuUpdate_ItemViewUpdatesLog, &frmWizard.mnuHelp_ItemHelp, &frmWizard.cmdViewRelNotes,
-          &frmWizard.cmdPickAntenna, &frmSelectFlashFileDialog.cmdHelp}) {
+    for (Control* control : {&frmWizard.mnuUpdate_ItemCheckForUpdates, &frmWizard.mnuUpdate_ItemImportFile,
+                             &frmWizard.mnuUpdate_ItemViewUpdatesLog, &frmWizard.mnuHelp_ItemHelp,
+                             &frmWizard.cmdViewRelNotes, &frmSelectFlashFileDialog.cmdHelp}) {
         control->Enabled = false;
         control->ToolTipText = "Not available in this version.";
     }
@@ -121,6 +121,7 @@ void ConnectForms()
 {
     ConnectSteps();
     ConnectDiagnostics();
+    ConnectChoosers();
     frmWizard.mnuFile_ItemSaveLogFile.Click = mnuFile_ItemSaveLogFile_Click;
     frmWizard.mnuFile_ItemExit.Click = [] { CleanUpForShutdown(1); };
     frmWizard.mnuHelp_ItemAbout.Click = [] { ShowMsgBox(2, ""); };

@@ -190,6 +190,7 @@ TEST_F(BoardResolution, AnRFBoardHasTwoFilesAndALoader)
     Session.iBoardType = 20;
     Session.sRFVersion = "RF 1.0 DVB/DSS 6";
     Session.sRF6BootloaderFile = "LOADER.S19";
+    machine.onModal = [](Form& form) { form.Visible = false; };
     ParseConfigLine("ANTENNA$QEL RF6 Board$DVB/DSS 6 LM$$$X.S19$1$0$0", 0);
     ParseConfigLine("ANTENNA$QEL RF6 Board$DVB/DSS 6$$$A.S19 : B.HEX$1$2$3$4$5$6", 1);
     ResolveBoard();

@@ -11,6 +11,7 @@ TEST(Demo, EveryUnitFindsTheRowThatSpeaksItsLanguage)
 {
     for (const sim::Unit& unit : sim::Units()) {
         VirtualComputer machine;
+        machine.onModal = [](Form& form) { form.Visible = false; };
         WriteFile(machine.directory / "FLASHCFG.TXT", ReadFile(SOURCE_DIR "/demo/FLASHCFG.TXT"));
         Session.iBoardType = unit.board >= 20 ? 1 : unit.board;  // until the reply says more
         Session.sMainVersion = Session.sRFVersion = unit.version;

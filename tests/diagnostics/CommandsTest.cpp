@@ -1,46 +1,22 @@
-#include "link/SerialPortIO.h"
-#include "tests/wizard/WizardFixture.h"
+#include "tests/diagnostics/DiagnosticsFixture.h"
 
 namespace {
 
-class Commands : public Wizard {
-protected:
-    void SetUp() override
-    {
-        Start();
-        SetStep(STEP_DIAGNOSTICS);
-    }
-
-    /// What a click sends, the CRs as "|".
-    std::string SentBy(Control& button)
-    {
-        world.sent.clear();
-        Press(button);
-        return text::Replace(world.sent, "\r", "|");
-    }
-};
+using Commands = Diagnostics;
 
 TEST_F(Commands, each_button_sends_its_line_at_once)
 {
     WizardForm& form = frmWizard;
-    const std::pair<Control&, const char*> buttons[] = {{form.cmdGetVersion, "VERSION|@VER|"},
-                                                        {form.cmdGetState, "STATE|"},
-                                                        {form.cmdGetSigStrength, "SIGLEVEL|"},
-                                                        {form.cmdGetSatsInstalled, "SATINSTALL|"},
-                                                        {form.cmdGetSerNum, "=SERNUM|"},
-                                                        {form.cmdGetGPS, "GPS|"},
-                                                        {form.cmdHalt, "HALT|"},
-                                                        {form.cmdZAP, "ZAP|"},
-                                                        {form.cmdDebugOn, "DEBUGON|"},
-                                                        {form.cmdUp, "8|"},
-                                                        {form.cmdDown, "2|"},
-                                                        {form.cmdLeft, "4|"},
-                                                        {form.cmdRight, "6|"},
-                                                        {form.cmdCalGyro, "HALT|DEBUGON|=CALGYRO|"},
-                                                        {form.cmdCalAZ, "HALT|DEBUGON|=CALAZ|"},
-                                                        {form.cmdCalEL, "HALT|DEBUGON|=CALEL|"},
-                                                        {form.cmdClrEE, "HALT|DEBUGON|CLEAREE|"}};
-    for (const auto& [button, sent] : buttons) EXPECT_EQ(SentBy(button), sent) << button.Name;
+    std::string sent;
+    for (Control* button : {&form.cmdGetVersion, &form.cmdGetState, &form.cmdGetSigStrength, &form.cmdGetSatsInstalled,
+                            &form.cmdGetSerNum, &form.cmdGetGPS, &form.cmdHalt, &form.cmdZAP, &form.cmdDebugOn,
+                            &form.cmdUp, &form.cmdDown, &form.cmdLeft, &form.cmdRight})
+        sent += SentBy(*button) + " ";
+    EXPECT_EQ(sent, "VERSION|@VER| STATE| SIGLEVEL| SATINSTALL| =SERNUM| GPS| HALT| ZAP| DEBUGON| 8| 2| 4| 6| ");
+    EXPECT_EQ(SentBy(form.cmdCalGyro), "HALT|DEBUGON|=CALGYRO|");
+    EXPECT_EQ(SentBy(form.cmdCalAZ), "HALT|DEBUGON|=CALAZ|");
+    EXPECT_EQ(SentBy(form.cmdCalEL), "HALT|DEBUGON|=CALEL|");
+    EXPECT_EQ(SentBy(form.cmdClrEE), "HALT|DEBUGON|CLEAREE|");
     EXPECT_TRUE(text::Holds(form.Text1.Text(), "==>HALT\r\n==>DEBUGON\r\n==>CLEAREE\r\n"));
     EXPECT_EQ(Session.iCommMode, STATE_IDLE);
 }

@@ -3,7 +3,7 @@
 
 #include "diagnostics/CalcAzElSkew.h"
 #include "platform/Failure.h"
-#include "tests/wizard/WizardFixture.h"
+#include "tests/diagnostics/DiagnosticsFixture.h"
 
 namespace {
 
@@ -81,14 +81,8 @@ TEST(CalcAzElSkew, prints_a_point_always_and_a_zero_never_and_rounds_halves_away
     for (const auto& one : angles) EXPECT_EQ(AngleText(one.angle), one.printed) << one.angle;
 }
 
-class Pointing : public Wizard {
+class Pointing : public Diagnostics {
 protected:
-    void SetUp() override
-    {
-        Start();
-        SetStep(STEP_DIAGNOSTICS);
-    }
-
     /// "Azimuth: 220.8|Elev: 32.8|Skew: -29.2"
     static std::string Angles(const std::string& latitude, const std::string& longitude, const std::string& satellite)
     {

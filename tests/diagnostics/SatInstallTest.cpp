@@ -1,16 +1,10 @@
 #include "diagnostics/Diagnostics.h"
-#include "tests/wizard/WizardFixture.h"
+#include "tests/diagnostics/DiagnosticsFixture.h"
 
 namespace {
 
-class SatInstall : public Wizard {
+class SatInstall : public Diagnostics {
 protected:
-    void SetUp() override
-    {
-        Start();
-        SetStep(STEP_DIAGNOSTICS);
-    }
-
     static std::string Entries(const Control& list)
     {
         std::string entries;
@@ -24,12 +18,7 @@ protected:
         world.RunFor(0.05);
     }
 
-    std::string Install()
-    {
-        world.sent.clear();
-        Press(frmWizard.cmdSatInstall);
-        return text::Replace(world.sent, "\r", "|");
-    }
+    std::string Install() { return SentBy(frmWizard.cmdSatInstall); }
 };
 
 TEST_F(SatInstall, the_lists_are_asked_for_one_behind_the_other_and_the_pick_wins_over_the_predefined_pair)
@@ -127,11 +116,7 @@ TEST_F(SatInstall, a_list_that_never_comes_is_given_up_after_twenty_seconds_with
 
 TEST_F(SatInstall, a_user_satellite_is_described_by_what_was_chosen_and_needs_its_longitude)
 {
-    const auto configure = [&] {
-        world.sent.clear();
-        Press(frmWizard.cmdConfigUSERSat);
-        return text::Replace(world.sent, "\r", "|");
-    };
+    const auto configure = [&] { return SentBy(frmWizard.cmdConfigUSERSat); };
     WizardForm& form = frmWizard;
     PressOption(form.Self, form.optUSERSats[1]);
     EXPECT_EQ(configure(), "");

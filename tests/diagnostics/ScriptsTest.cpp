@@ -1,17 +1,11 @@
 #include <sys/stat.h>
 
-#include "tests/wizard/WizardFixture.h"
+#include "tests/diagnostics/DiagnosticsFixture.h"
 
 namespace {
 
-class Scripts : public Wizard {
+class Scripts : public Diagnostics {
 protected:
-    void SetUp() override
-    {
-        Start();
-        SetStep(STEP_DIAGNOSTICS);
-    }
-
     void Open(const std::string& content, const std::string& name = "demo.txt")
     {
         WriteFile(world.directory / name, content);
@@ -24,8 +18,6 @@ protected:
         frmWizard.chkPauseBetweenCmds.Value = on ? 1 : 0;
         Press(frmWizard.chkPauseBetweenCmds);
     }
-
-    std::string Sent() const { return text::Replace(world.sent, "\r", "|"); }
 };
 
 TEST_F(Scripts, commands_go_out_in_turn_whatever_ends_their_lines_and_the_rest_is_dropped)

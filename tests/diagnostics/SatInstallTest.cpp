@@ -87,6 +87,10 @@ TEST_F(SatInstall, an_answer_in_pieces_is_read_when_it_is_whole_and_nothing_else
     Answer("BIRD,\r\nASTRA1\r\nAZ,1,2\r\n");
     EXPECT_EQ(Entries(frmWizard.cboSatA), "DSS_101 ECHO_119 HOTBIRD ASTRA1 TRISAT ");
 
+    Press(frmWizard.cmdGetSatListA);
+    Answer("\r\n");
+    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_A) << "the answer from before is no answer";
+
     Press(frmWizard.cmdGetSatListB);
     Answer("SATLISTB,A1,B1");
     EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_B);

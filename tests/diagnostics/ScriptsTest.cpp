@@ -111,7 +111,7 @@ TEST_F(Scripts, ten_thousand_lines_run_flat_and_a_hundred_clicks_start_again_wit
     Press(frmWizard.cmdRunScript);
     EXPECT_EQ(text::Count(world.sent, '\r'), 10000 + 100 / 2 * (2 + 3)) << "a click each 2.5 s";
     EXPECT_TRUE(world.sent.ends_with("LINE 9998\rLINE 9999\r"));
-    EXPECT_LT(deepest, 100'000) << "bytes of stack";
+    EXPECT_LT(deepest, 20'000) << "bytes of stack";
     EXPECT_LT(kept, 1000u);
     EXPECT_LE(frmWizard.Text1.Text().size(), 30000u);
 }

@@ -105,7 +105,11 @@ QWidget* Binder::WindowOf(const Form& form) const
 
 void Binder::BindNew(Bound& bound)
 {
-    while (bound.controls < bound.form->Controls.size()) Bind(bound, *bound.form->Controls[bound.controls++]);
+    while (bound.controls < bound.form->Controls.size()) {
+        Control& control = *bound.form->Controls[bound.controls++];
+        Bind(bound, control);
+        control.Changed = true;  // a widget that is new shows nothing yet
+    }
 }
 
 void Binder::Bind(Bound& bound, Control& control)

@@ -3,8 +3,18 @@
 #include <QApplication>
 #include <QIcon>
 
+#include "desktop/ui_frmCheckAntennasForRF.h"
+#include "desktop/ui_frmCheckAntennasForRF6.h"
+#include "desktop/ui_frmCheckAntennasForRF6A.h"
+#include "desktop/ui_frmCheckJarlForGLTV.h"
+#include "desktop/ui_frmPickAntennaDialog.h"
 #include "desktop/ui_frmSelectFlashFileDialog.h"
+#include "desktop/ui_frmShowPostFlashCmds.h"
+#include "forms/frmCheckAntennas.h"
+#include "forms/frmCheckJarlForGLTV.h"
+#include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
 #include "frame/StartUp.h"
 #include "frame/Wizard.h"
@@ -15,14 +25,18 @@ Desktop::Desktop()
       port_([this](int port) { return ports_.DeviceOf(port); }),
       binder_(caught_),
       computer_(directory_, binder_, caught_, ports_, port_),
-      window_(binder_, caught_),
-      flashFileDialog_(&window_)
+      window_(binder_, caught_)
 {
     Q_INIT_RESOURCE(burnline);
     QApplication::setWindowIcon(QIcon(u":/burnline.png"_qs));
-    Ui::frmSelectFlashFileDialog().setupUi(&flashFileDialog_);
     binder_.Attach(frmWizard.Self, window_);
-    binder_.Attach(frmSelectFlashFileDialog.Self, flashFileDialog_);
+    AddDialog<Ui::frmSelectFlashFileDialog>(frmSelectFlashFileDialog.Self);
+    AddDialog<Ui::frmPickAntennaDialog>(frmPickAntennaDialog.Self);
+    AddDialog<Ui::frmCheckAntennasForRF>(frmCheckAntennasForRF.Self);
+    AddDialog<Ui::frmCheckAntennasForRF6>(frmCheckAntennasForRF6.Self);
+    AddDialog<Ui::frmCheckAntennasForRF6A>(frmCheckAntennasForRF6A.Self);
+    AddDialog<Ui::frmCheckJarlForGLTV>(frmCheckJarlForGLTV.Self);
+    AddDialog<Ui::frmShowPostFlashCmds>(frmShowPostFlashCmds.Self);
     computer = &computer_;
     MSComm1 = &port_;
 }
@@ -33,11 +47,19 @@ Desktop::~Desktop()
     MSComm1 = nullptr;
 }
 
+template <class Drawing>
+void Desktop::AddDialog(Form& form)
+{
+    FormDialog& dialog = dialogs_.emplace_back(&window_);
+    Drawing().setupUi(&dialog);
+    binder_.Attach(form, dialog);
+}
+
 void Desktop::Run()
 {
     if (Main() == MainEnd::Stranded) StayUntilClosed();
     binder_.Paint();
-    flashFileDialog_.hide();
+    for (FormDialog& dialog : dialogs_) dialog.hide();
     window_.hide();
 }
 

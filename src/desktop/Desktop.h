@@ -1,11 +1,12 @@
 #pragma once
 // The program with its windows, put together: port, computer, forms. There is one at a time.
 
-#include <QDialog>
+#include <deque>
 
 #include "desktop/Binder.h"
 #include "desktop/CaughtFailure.h"
 #include "desktop/DesktopComputer.h"
+#include "desktop/FormDialog.h"
 #include "desktop/Ports.h"
 #include "desktop/WizardWindow.h"
 #include "platform/posix/PosixSerialControl.h"
@@ -25,6 +26,8 @@ public:
 
 private:
     void StayUntilClosed();
+    template <class Drawing>
+    void AddDialog(Form& form);
 
     const std::string directory_;
     CaughtFailure caught_;
@@ -33,5 +36,5 @@ private:
     Binder binder_;
     DesktopComputer computer_;
     WizardWindow window_;
-    QDialog flashFileDialog_;
+    std::deque<FormDialog> dialogs_;
 };

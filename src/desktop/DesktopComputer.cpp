@@ -13,6 +13,7 @@
 #include "desktop/Dialogs.h"
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
+#include "frame/Wizard.h"
 #include "platform/posix/PosixMachine.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -33,6 +34,24 @@ bool IsOutward(const QNetworkInterface& link)
     const bool up = flags.testFlag(QNetworkInterface::IsUp) && flags.testFlag(QNetworkInterface::IsRunning);
     return up && !flags.testFlag(QNetworkInterface::IsLoopBack) && !link.addressEntries().isEmpty();
 }
+
+/// A form that is in front of all others; however that ends, the window behind can be used again.
+struct Modal {
+    Modal(Form& shown, QWidget& its, Binder& painter) : form(shown), window(its), binder(painter)
+    {
+        window.setWindowModality(Qt::ApplicationModal);
+        form.Visible = true;
+    }
+    ~Modal()
+    {
+        form.Visible = false;
+        binder.Paint();
+        window.setWindowModality(Qt::NonModal);
+    }
+    Form& form;
+    QWidget& window;
+    Binder& binder;
+};
 
 }  // namespace
 
@@ -139,11 +158,8 @@ void DesktopComputer::ShowModal(Form& form)
     PrepareDialog();
     QWidget* window = binder_.WindowOf(form);
     if (!window) return;
-    window->setWindowModality(Qt::ApplicationModal);
-    form.Visible = true;
-    while (form.Visible) WaitForUser();
-    binder_.Paint();
-    window->setWindowModality(Qt::NonModal);
+    const Modal modal(form, *window, binder_);
+    while (form.Visible && !IsExitRequested()) WaitForUser();
 }
 
 std::vector<std::string> DesktopComputer::OpenDialog(const FileDialog& dialog)

@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -77,7 +78,7 @@ QPalette DrawnPalette(const QWidget& widget)
     QPalette drawn;  // says only what differs, the rest stays the desktop's
     const QColor window = given.color(QPalette::Window), ink = given.color(QPalette::WindowText);
     const bool option = qobject_cast<const QRadioButton*>(&widget) || qobject_cast<const QCheckBox*>(&widget);
-    if (option && window.lightness() < ink.lightness()) drawn.setColor(QPalette::Base, Mixed(ink, window, 0.35));
+    if (option && window.lightness() < ink.lightness()) drawn.setColor(QPalette::Base, Mixed(ink, window, 0.25));
     if (!widget.property("leadsOn").toBool()) return drawn;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
         const QColor light = given.color(QPalette::Active, QPalette::Highlight);
@@ -131,6 +132,7 @@ void ShownControl::ApplyContent(QWidget& widget)
     if (auto* label = qobject_cast<QLabel*>(&widget)) return ApplyLabel(*label);
     if (auto* button = qobject_cast<QAbstractButton*>(&widget)) return ApplyButton(*button);
     if (auto* choice = qobject_cast<QComboBox*>(&widget)) return ApplyChoice(*choice);
+    if (auto* list = qobject_cast<QListWidget*>(&widget)) return ApplyList(*list);
     if (auto* line = qobject_cast<QLineEdit*>(&widget)) return ApplyLine(*line);
     if (auto* box = qobject_cast<QPlainTextEdit*>(&widget)) return ApplyText(*box);
     if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) return ApplyTabs(*tabs);
@@ -171,6 +173,16 @@ void ShownControl::ApplyChoice(QComboBox& choice)
         for (const std::string& entry : shownList_) choice.addItem(Words(entry));
     }
     choice.setCurrentIndex(control.ListIndex);
+}
+
+void ShownControl::ApplyList(QListWidget& list)
+{
+    if (shownList_ != control.List()) {
+        shownList_ = control.List();
+        list.clear();
+        for (const std::string& entry : shownList_) list.addItem(Words(entry));
+    }
+    if (list.currentRow() != control.ListIndex) list.setCurrentRow(control.ListIndex);
 }
 
 void ShownControl::ApplyLine(QLineEdit& line)

@@ -14,6 +14,7 @@ class QAbstractButton;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QMenu;
 class QPlainTextEdit;
 class QTabWidget;
@@ -36,6 +37,7 @@ private:
     void ApplyButton(QAbstractButton& button);
     void ApplyTabs(QTabWidget& tabs);
     void ApplyChoice(QComboBox& choice);
+    void ApplyList(QListWidget& list);
     void ApplyLine(QLineEdit& line);
     void ApplyText(QPlainTextEdit& box);
     void ApplyMenu(QMenu& menu);
@@ -49,7 +51,7 @@ private:
     QString name_;                        // what a screen reader says ahead of a label's text
     bool readOnly_ = false;               // as the form was drawn, not Locked
     std::string shownText_;               // of a box of many lines
-    std::vector<std::string> shownList_;  // of a combo box
+    std::vector<std::string> shownList_;  // of a combo or list box
 };
 
 /// Appends to a box of many lines. The end stays in view unless the user has scrolled up or marked something.

@@ -36,7 +36,7 @@ void FlashFixture::Start(int boardType, const std::string& unit, int lines)
         for (const std::string& file : text::Split(fields[5], ":"))
             fs::copy_file(hex, pc.directory / text::Trim(file), fs::copy_options::overwrite_existing);
     }
-    pc.onModal = ChooseNoModel;
+    if (!pc.onModal) pc.onModal = ChooseNoModel;
     pc.timeLimit = pc.now + 20000;
     pc.Connect(boardType, unit);
     pc.StartProgram();

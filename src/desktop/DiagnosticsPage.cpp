@@ -2,6 +2,7 @@
 
 #include <QBoxLayout>
 #include <QShortcut>
+#include <QTabBar>
 #include <algorithm>
 
 #include "desktop/ui_DiagnosticsPage.h"
@@ -10,6 +11,7 @@
 DiagnosticsPage::DiagnosticsPage(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::DiagnosticsPage>())
 {
     ui_->setupUi(this);
+    ui_->SSTab1->tabBar()->setAccessibleName(ui_->SSTab1->accessibleName());
     GiveTabsKeys();
     MakeEasyToHit();
 }

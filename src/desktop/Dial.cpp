@@ -116,7 +116,7 @@ void Dial::DrawAzimuth(QPainter& painter, const QRectF& disc) const
         painter.drawText(box, Qt::AlignCenter, directions[quarter]);
     }
     if (!angles_) return;
-    const QColor light = palette().color(QPalette::Highlight);
+    const QColor light = palette().color(QPalette::Active, QPalette::Highlight);
     DrawPointer(painter, disc.center(), At(disc, 90 - angles_->azimuth, 0.62), light, letter / 5);
 }
 
@@ -134,7 +134,8 @@ void Dial::DrawElevation(QPainter& painter, const QRectF& disc) const
     painter.setPen(QPen(Ink(0.4), letter / 12));
     for (const int degrees : {30, 60, 90, 120, 150}) painter.drawLine(At(disc, degrees, 0.9), At(disc, degrees, 1));
     if (!angles_) return;
-    const QColor light = palette().color(angles_->elevation < 0 ? QPalette::WindowText : QPalette::Highlight);
+    const QColor light =
+        palette().color(QPalette::Active, angles_->elevation < 0 ? QPalette::WindowText : QPalette::Highlight);
     DrawPointer(painter, disc.center(), At(disc, angles_->elevation, 0.75), light, letter / 5);
 }
 
@@ -145,7 +146,7 @@ void Dial::DrawSkew(QPainter& painter, const QRectF& disc) const
     painter.setPen(QPen(Ink(0.4), letter / 12, Qt::DashLine));
     painter.drawLine(At(disc, 180, 1), At(disc, 0, 1));
     if (!angles_) return;
-    const QColor light = palette().color(QPalette::Highlight);
+    const QColor light = palette().color(QPalette::Active, QPalette::Highlight);
     painter.save();
     painter.translate(disc.center());
     painter.rotate(-angles_->skew);

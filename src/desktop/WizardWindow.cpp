@@ -38,7 +38,10 @@ WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
     FitToScreen();
 }
 
-WizardWindow::~WizardWindow() = default;
+WizardWindow::~WizardWindow()
+{
+    disconnect(qApp, nullptr, this, nullptr);  // the focus still moves while the widgets go
+}
 
 void WizardWindow::FitToScreen()
 {

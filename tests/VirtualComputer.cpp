@@ -13,6 +13,7 @@
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmShowPostFlashCmds.h"
+#include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
 #include "frame/Round.h"
 #include "frame/SessionState.h"
@@ -65,6 +66,7 @@ VirtualComputer::VirtualComputer()
 {
     MakeNew(Session);
     MakeNew(frmWizard);
+    MakeNew(frmShowRelNotes);
     MakeNew(frmSelectFlashFileDialog);
     MakeNew(frmPickAntennaDialog);
     MakeNew(frmCheckAntennasForRF, ListsForRF);

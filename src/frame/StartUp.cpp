@@ -8,6 +8,7 @@
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmShowPostFlashCmds.h"
+#include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
 #include "frame/Round.h"
 #include "frame/SessionState.h"
@@ -17,6 +18,7 @@
 #include "platform/Computer.h"
 #include "platform/Failure.h"
 #include "platform/SerialControl.h"
+#include "update/Update.h"
 #include "wizard/frmWizard_Events.h"
 
 void RunRound()
@@ -47,7 +49,7 @@ void UnloadAllForms()
 {
     for (Form* form : {&frmSelectFlashFileDialog.Self, &frmPickAntennaDialog.Self, &frmCheckAntennasForRF.Self,
                        &frmCheckAntennasForRF6.Self, &frmCheckAntennasForRF6A.Self, &frmCheckJarlForGLTV.Self,
-                       &frmShowPostFlashCmds.Self, &frmWizard.Self})
+                       &frmShowPostFlashCmds.Self, &frmShowRelNotes.Self, &frmWizard.Self})
         form->Visible = false;
 }
 
@@ -58,10 +60,12 @@ void RunProgram()
         SetExitRequested(true);
     }
     if (!IsExitRequested()) {
+        EndLeftReplacement();
         GetDefaultValues();
         if (IsExitRequested()) return;  // the settings can't be used, and the user has read why
         ConnectForms();
         FormLoad();
+        if (!IsExitRequested()) CheckForUpdatesAtStart();
     }
     while (!IsExitRequested()) RunRound();
 }

@@ -38,6 +38,8 @@ public:
     virtual void DiscardDownload() = 0;
     /// Drops whatever is under way; no event comes of it.
     virtual void Stop() = 0;
+    /// PrevDownload comes at once when a finished download of an earlier run lies ready that is still to be trusted.
+    virtual void LookForPrevious(std::int32_t revision) = 0;
 
     // --- of the list that was checked last ---------------------------------------------------------------------------
     virtual std::vector<UpdateItem> Files() const = 0;
@@ -45,6 +47,7 @@ public:
     virtual std::int32_t Revision() const = 0;
 
     // --- events ------------------------------------------------------------------------------------------------------
+    // Words without an error code tell what the list offers and this updater may not replace.
     std::function<void(int newFiles, int errorCode, const std::string& errorText)> CheckDone;
     std::function<void(int errorCode, const std::string& errorText)> DownloadDone;
     std::function<void(int errorCode, const std::string& errorText)> ReplaceDone;

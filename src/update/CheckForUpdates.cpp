@@ -11,6 +11,7 @@
 #include "platform/Failure.h"
 #include "platform/Updater.h"
 #include "text/Text.h"
+#include "update/Replacement.h"
 #include "update/Update.h"
 
 namespace {
@@ -62,6 +63,13 @@ void Event(const std::string& origin, Body body)
     if (IsUpdatesLogOpen()) CloseUpdatesLog();
 }
 
+/// A new program that isn't ours to replace.
+void TellAndLog(const std::string& words)
+{
+    Tell(words);
+    Log(Escaped(words));
+}
+
 void LogMessage(const UpdateMessage& message)
 {
     WriteUpdatesLog("<p>");
@@ -109,8 +117,9 @@ void OnCheckDone(int newFiles, int errorCode, const std::string& errorText)
         } else if (errorCode != 0) {
             Tell("There was an error checking for updates: " + errorText);
             Log("There was an error checking for updates: " + Escaped(errorText));
-        } else if (newFiles > 0) {
-            OfferDownload(newFiles);
+        } else if (newFiles > 0 || !errorText.empty()) {
+            if (!errorText.empty()) TellAndLog(errorText);
+            if (newFiles > 0) OfferDownload(newFiles);
         } else if (!unattended) {
             Tell("No new versions found. Burnline is up-to-date.");
             Log("No new versions found. Burnline is up-to-date.");
@@ -212,8 +221,24 @@ void CheckForUpdates()
     });
 }
 
+void EndLeftReplacement()
+{
+    try {
+        FinishReplacement(computer->ProgramDirectory());
+    } catch (...) {
+        std::string detail;
+        FailureNumber(detail);
+        computer->MsgBox("The update of the last run could not be ended: " + detail +
+                             "\n\nPlease close all other programs that use files in " + computer->ProgramDirectory() +
+                             ", check its permissions and the room on the disk, then start the Burnline again.",
+                         Buttons::OK, Icon::Exclamation, Title);
+    }
+}
+
 void CheckForUpdatesAtStart()
 {
+    if (updater) updater->LookForPrevious(text::ToLong(GetSetting(SETTING_REVISION)));
+    if (IsExitRequested()) return;
     if (!IsSettingTrue(SETTING_AUTO_CHECK) || !computer->InternetConnected()) return;
     // Until its answer is there: a check that nobody asked for is silent when there is nothing to say.
     Session.bUpdateCheckRunning = updater != nullptr;

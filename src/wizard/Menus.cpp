@@ -7,6 +7,7 @@
 #include "frame/Wizard.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "update/Update.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -101,7 +102,10 @@ void mnuFile_ItemSaveLogFile_Click()
 
 bool Form_KeyDown(int key, bool shift, bool ctrl, bool alt)
 {
-    if (key == F1Key) return true;
+    if (key == F1Key) {
+        mnuHelp_ItemHelp_Click();
+        return true;
+    }
     if (!ctrl || shift) return false;
     if (!alt) return MoveAntenna(key);
     // The way to the diagnostics unlocks the command line and the buttons, which a flash keeps locked.

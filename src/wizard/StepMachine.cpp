@@ -13,6 +13,7 @@
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "platform/ProgramFiles.h"
+#include "update/Update.h"
 #include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
@@ -76,6 +77,7 @@ void EnterStep4()
 {
     // From here to the end of the flash neither the port nor the files may change.
     LockMenus(true);
+    StopUpdates();
     Guarded("SetStep", ResolveBoard);
 }
 

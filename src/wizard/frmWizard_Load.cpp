@@ -6,6 +6,7 @@
 #include "diagnostics/Diagnostics.h"
 #include "display/Display.h"
 #include "forms/frmSelectFlashFileDialog.h"
+#include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "frame/Wizard.h"
@@ -14,6 +15,7 @@
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "text/Text.h"
+#include "update/Update.h"
 #include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
@@ -51,16 +53,6 @@ void HideUntilWanted()
           &frmWizard.optUSB, &frmWizard.cmdRetryGetVersions, &frmWizard.cmdPickAntenna})
         control->Visible = false;
     for (Control* box : {&frmWizard.Text1, &frmWizard.txtStatus, &frmWizard.txtParamsSent}) box->Locked = true;
-}
-
-void DisableWhatIsToCome()
-{
-    for (Control* control : {&frmWizard.mnuUpdate_ItemCheckForUpdates, &frmWizard.mnuUpdate_ItemImportFile,
-                             &frmWizard.mnuUpdate_ItemViewUpdatesLog, &frmWizard.mnuHelp_ItemHelp,
-                             &frmWizard.cmdViewRelNotes, &frmSelectFlashFileDialog.cmdHelp}) {
-        control->Enabled = false;
-        control->ToolTipText = "Not available in this version.";
-    }
 }
 
 void FillBoardList(Control& list, unsigned table)
@@ -122,8 +114,16 @@ void ConnectForms()
     ConnectSteps();
     ConnectDiagnostics();
     ConnectChoosers();
+    ConnectUpdater();
     frmWizard.mnuFile_ItemSaveLogFile.Click = mnuFile_ItemSaveLogFile_Click;
     frmWizard.mnuFile_ItemExit.Click = [] { CleanUpForShutdown(1); };
+    frmWizard.mnuUpdate_ItemCheckForUpdates.Click = mnuUpdate_ItemCheckForUpdates_Click;
+    frmWizard.mnuUpdate_ItemImportFile.Click = mnuUpdate_ItemImportFile_Click;
+    frmWizard.mnuUpdate_ItemViewUpdatesLog.Click = mnuUpdate_ItemViewUpdatesLog_Click;
+    frmWizard.cmdViewRelNotes.Click = cmdViewRelNotes_Click;
+    frmWizard.mnuHelp_ItemHelp.Click = mnuHelp_ItemHelp_Click;
+    frmSelectFlashFileDialog.cmdHelp.Click = mnuHelp_ItemHelp_Click;
+    frmShowRelNotes.cmdClose.Click = [] { frmShowRelNotes.Self.Visible = false; };
     frmWizard.mnuHelp_ItemAbout.Click = [] { ShowMsgBox(2, ""); };
     frmWizard.txtSendCmd.KeyPress = txtSendCmd_KeyPress;
     frmWizard.txtSendCmd.KeyDown = txtSendCmd_KeyDown;
@@ -135,7 +135,6 @@ void FormLoad()
     InitSessionVars();
     frmWizard.bRestartPromptDone = false;
     HideUntilWanted();
-    DisableWhatIsToCome();
     SetStep(STEP_INTRO);
     StartTimers();
     OpenLogs();

@@ -1,7 +1,7 @@
 #include "desktop/FindBar.h"
 
 #include <QApplication>
-#include <QGridLayout>
+#include <QBoxLayout>
 #include <QKeyEvent>
 #include <QTextCursor>
 #include <algorithm>
@@ -35,14 +35,17 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), wanted_(new QLineEdit(this)
     QPushButton* previous = MakeButton(u"cmdFindPrevious"_qs, tr("Pre&vious hit"), tr("Shift+Enter"));
     QPushButton* close = MakeButton(u"cmdFindClose"_qs, tr("Close"), tr("Escape"));
 
-    auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(wanted_, 0, 0, 1, 2);
-    layout->addWidget(close, 0, 2);
-    layout->addWidget(next, 1, 0);
-    layout->addWidget(previous, 1, 1);
-    layout->addWidget(result_, 1, 2);
-    layout->setColumnStretch(2, 1);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* line = new QHBoxLayout;
+    line->addWidget(wanted_, 1);
+    line->addWidget(close);
+    rows->addLayout(line);
+    auto* steps = new QHBoxLayout;
+    steps->addWidget(next);
+    steps->addWidget(previous);
+    steps->addWidget(result_, 1);
+    rows->addLayout(steps);
 
     connect(next, &QPushButton::clicked, this, [this] { Find(Way::Next); });
     connect(previous, &QPushButton::clicked, this, [this] { Find(Way::Previous); });
@@ -64,6 +67,7 @@ QPushButton* FindBar::MakeButton(const QString& name, const QString& caption, co
     button->setAccessibleName(QString(caption).remove(u'&'));
     button->setToolTip(tip);
     button->setAutoDefault(false);
+    button->setMinimumHeight(36);
     return button;
 }
 

@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <QTabBar>
 #include <algorithm>
+#include <functional>
 
 #include "desktop/ui_DiagnosticsPage.h"
 #include "forms/frmWizard.h"
@@ -18,13 +19,21 @@ DiagnosticsPage::DiagnosticsPage(QWidget* parent) : QWidget(parent), ui_(std::ma
 
 DiagnosticsPage::~DiagnosticsPage() = default;
 
-/// The letters are needed for what stands on the tabs: Alt+1 to Alt+6 bring them to the front, from anywhere.
+/// The letters are needed for what stands on the tabs: Alt+1 to Alt+6 bring them to the front, Ctrl+PageUp and
+/// Ctrl+PageDown the ones beside, from anywhere in the window.
 void DiagnosticsPage::GiveTabsKeys()
 {
-    for (int tab = 0; tab < ui_->SSTab1->count(); ++tab) {
-        auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + tab)), this);
-        connect(shortcut, &QShortcut::activated, this, [this, tab] { ui_->SSTab1->setCurrentIndex(tab); });
-    }
+    QTabWidget* tabs = ui_->SSTab1;
+    const int count = tabs->count();
+    const auto give = [this](const QKeySequence& keys, const std::function<void()>& act) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, act);
+    };
+    for (int tab = 0; tab < count; ++tab)
+        give(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + tab)),
+             [tabs, tab] { tabs->setCurrentIndex(tab); });
+    const auto turn = [tabs, count](int by) { tabs->setCurrentIndex((tabs->currentIndex() + by + count) % count); };
+    give(QKeySequence(Qt::CTRL | Qt::Key_PageDown), [turn] { turn(1); });
+    give(QKeySequence(Qt::CTRL | Qt::Key_PageUp), [turn] { turn(-1); });
 }
 
 /// On a roof one presses with cold fingers.

@@ -86,7 +86,7 @@ void Binder::Attach(Form& form, QWidget& window)
         // Closing a dialog is its Cancel button, or the one that puts it away.
         connect(dialog, &QDialog::rejected, this, [this, &form] {
             const auto cancel = std::find_if(form.Controls.begin(), form.Controls.end(), [](const Control* control) {
-                return control->Name == "cmdCancel" || control->Name == "cmdDismiss";
+                return control->Name == "cmdCancel" || control->Name == "cmdDismiss" || control->Name == "cmdClose";
             });
             form.Changed = true;
             ++FormsRevision;
@@ -194,8 +194,9 @@ QButtonGroup* Binder::GroupOf(Bound& bound, const Control& option)
 
 void Binder::ConnectList(Control& control, QListWidget& list)
 {
-    connect(&list, &QListWidget::currentRowChanged, this, [this, &control](int row) {
-        control.ListIndex = row;
+    // The entry that has the keyboard isn't chosen by that: a list that gets the focus puts it on its first one.
+    connect(&list, &QListWidget::itemSelectionChanged, this, [this, &control, &list] {
+        control.ListIndex = list.selectedItems().isEmpty() ? -1 : list.row(list.selectedItems().front());
         Click(control);
     });
     // Twice is chosen and done: the button that Enter presses too.
@@ -216,7 +217,8 @@ void Binder::Click(Control& control)
 {
     Touch(control);
     Act([&control] {
-        if (control.Click) control.Click();
+        // The second press of a double click may come ahead of the painting that shows the button as disabled.
+        if (control.Click && control.Enabled) control.Click();
     });
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QIcon>
 
+#include "desktop/Looks.h"
 #include "desktop/ui_frmCheckAntennasForRF.h"
 #include "desktop/ui_frmCheckAntennasForRF6.h"
 #include "desktop/ui_frmCheckAntennasForRF6A.h"
@@ -10,11 +11,13 @@
 #include "desktop/ui_frmPickAntennaDialog.h"
 #include "desktop/ui_frmSelectFlashFileDialog.h"
 #include "desktop/ui_frmShowPostFlashCmds.h"
+#include "desktop/ui_frmShowRelNotes.h"
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmShowPostFlashCmds.h"
+#include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
 #include "frame/StartUp.h"
 #include "frame/Wizard.h"
@@ -25,7 +28,8 @@ Desktop::Desktop()
       port_([this](int port) { return ports_.DeviceOf(port); }),
       binder_(caught_),
       computer_(directory_, binder_, caught_, ports_, port_),
-      window_(binder_, caught_)
+      window_(binder_, caught_),
+      updater_(Words(directory_), QCoreApplication::applicationFilePath())
 {
     Q_INIT_RESOURCE(burnline);
     QApplication::setWindowIcon(QIcon(u":/burnline.png"_qs));
@@ -37,14 +41,18 @@ Desktop::Desktop()
     AddDialog<Ui::frmCheckAntennasForRF6A>(frmCheckAntennasForRF6A.Self);
     AddDialog<Ui::frmCheckJarlForGLTV>(frmCheckJarlForGLTV.Self);
     AddDialog<Ui::frmShowPostFlashCmds>(frmShowPostFlashCmds.Self);
+    AddDialog<Ui::frmShowRelNotes>(frmShowRelNotes.Self);
+    updater_.window = &window_;
     computer = &computer_;
     MSComm1 = &port_;
+    updater = &updater_;
 }
 
 Desktop::~Desktop()
 {
     computer = nullptr;
     MSComm1 = nullptr;
+    updater = nullptr;
 }
 
 template <class Drawing>
@@ -61,6 +69,19 @@ void Desktop::Run()
     binder_.Paint();
     for (FormDialog& dialog : dialogs_) dialog.hide();
     window_.hide();
+    updater_.Stop();
+    ReplaceProgram();
+}
+
+/// A new program couldn't take its place as long as this one ran.
+void Desktop::ReplaceProgram()
+{
+    QString problem;
+    if (!updater_.ReplaceAfterEnd(problem)) return;
+    successor_ = QCoreApplication::applicationFilePath();
+    if (problem.isEmpty()) return;
+    const std::string words = "There was an error updating: " + problem.toStdString();
+    computer_.MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Check for Updates");
 }
 
 /// The port was lost for good: the window shows what was, and closing it is the only way on.

@@ -7,6 +7,7 @@
 #include "desktop/CaughtFailure.h"
 #include "desktop/DesktopComputer.h"
 #include "desktop/FormDialog.h"
+#include "desktop/NetUpdater.h"
 #include "desktop/Ports.h"
 #include "desktop/WizardWindow.h"
 #include "platform/posix/PosixSerialControl.h"
@@ -24,8 +25,12 @@ public:
 
     WizardWindow& Window() { return window_; }
 
+    /// The program that has taken this one's place and is to be started behind its end; empty when there is none.
+    const QString& Successor() const { return successor_; }
+
 private:
     void StayUntilClosed();
+    void ReplaceProgram();
     template <class Drawing>
     void AddDialog(Form& form);
 
@@ -37,4 +42,6 @@ private:
     DesktopComputer computer_;
     WizardWindow window_;
     std::deque<FormDialog> dialogs_;
+    NetUpdater updater_;
+    QString successor_;
 };

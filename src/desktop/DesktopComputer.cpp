@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QNetworkInformation>
 #include <QNetworkInterface>
 #include <QStandardPaths>
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <thread>
 
 #include "desktop/Dialogs.h"
+#include "desktop/Looks.h"
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "frame/Wizard.h"
@@ -172,9 +174,13 @@ std::optional<std::string> DesktopComputer::SaveDialog(const FileDialog& dialog)
     return AskWhereToSave(PrepareDialog(), dialog);
 }
 
-// There is no help to show yet; its menu item is inactive.
-void DesktopComputer::ShowHelp(int) {}
-void DesktopComputer::CloseHelp() {}
+void DesktopComputer::ShowHelp(int topic)
+{
+    if (!help_) help_ = std::make_unique<HelpWindow>(HelpWindow::FindFolder(Words(directory_)));
+    help_->ShowTopic(topic);
+}
+
+void DesktopComputer::CloseHelp() { help_.reset(); }
 
 // --- the machine -----------------------------------------------------------------------------------------------------
 
@@ -196,6 +202,10 @@ void DesktopComputer::SetHighPriority(bool high)
 
 bool DesktopComputer::InternetConnected()
 {
+    // Where the system tells of its networks it knows best; elsewhere a network with an address is taken for a way out.
+    using Information = QNetworkInformation;
+    const bool told = Information::loadBackendByFeatures(Information::Feature::Reachability);
+    if (told && Information::instance()->reachability() == Information::Reachability::Disconnected) return false;
     const auto links = QNetworkInterface::allInterfaces();
     return std::any_of(links.begin(), links.end(), IsOutward);
 }

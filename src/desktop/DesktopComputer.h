@@ -8,6 +8,7 @@
 
 #include "desktop/Binder.h"
 #include "desktop/CaughtFailure.h"
+#include "desktop/HelpWindow.h"
 #include "desktop/PortWatch.h"
 #include "desktop/Ports.h"
 #include "platform/Computer.h"
@@ -58,6 +59,7 @@ private:
     QTimer timer1_, timer2_;
     QElapsedTimer sinceDispatch_;
     std::unique_ptr<QLockFile> lock_;
+    std::unique_ptr<HelpWindow> help_;  // made when it is asked for
 };
 
 /// Where settings, logs, configuration and flash files lie; made when it isn't there yet.

@@ -22,6 +22,7 @@
 #include <algorithm>
 
 #include "desktop/Looks.h"
+#include "desktop/PageView.h"
 
 namespace {
 
@@ -136,6 +137,7 @@ void ShownControl::ApplyContent(QWidget& widget)
     if (auto* line = qobject_cast<QLineEdit*>(&widget)) return ApplyLine(*line);
     if (auto* box = qobject_cast<QPlainTextEdit*>(&widget)) return ApplyText(*box);
     if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) return ApplyTabs(*tabs);
+    if (auto* page = qobject_cast<PageView*>(&widget)) return page->ShowPage(Words(control.Text()));
     if (auto* box = qobject_cast<QGroupBox*>(&widget)) box->setTitle(Keyed(*box, Words(control.Caption())));
     if (auto* bar = qobject_cast<QProgressBar*>(&widget)) bar->setValue(control.Value);
 }
@@ -182,7 +184,10 @@ void ShownControl::ApplyList(QListWidget& list)
         list.clear();
         for (const std::string& entry : shownList_) list.addItem(Words(entry));
     }
-    if (list.currentRow() != control.ListIndex) list.setCurrentRow(control.ListIndex);
+    const int chosen = list.selectedItems().isEmpty() ? -1 : list.row(list.selectedItems().front());
+    if (chosen == control.ListIndex) return;
+    list.setCurrentRow(control.ListIndex);
+    if (control.ListIndex == -1) list.clearSelection();
 }
 
 void ShownControl::ApplyLine(QLineEdit& line)

@@ -2,17 +2,23 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QTimer>
+#include <QUrl>
+#include <algorithm>
 
 #include "desktop/Keys.h"
 #include "desktop/Looks.h"
 #include "desktop/ui_frmWizard.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
+#include "update/Update.h"
 #include "wizard/frmWizard_Events.h"
 
 WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
@@ -33,6 +39,7 @@ WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
         ui_->diagnostics->ShowAngles();
         KeepFocus();
     };
+    setAcceptDrops(true);
     qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, &WizardWindow::NoteFocus);
     FitToScreen();
@@ -100,6 +107,25 @@ void WizardWindow::closeEvent(QCloseEvent* event)
         goes = Form_Unload();
     });
     event->setAccepted(goes);
+}
+
+/// Files that are dropped on the window are imported, while the menu that does it may be used.
+void WizardWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    const bool files =
+        !urls.isEmpty() && std::all_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+    if (files && frmWizard.mnuUpdate.Enabled) event->acceptProposedAction();
+}
+
+void WizardWindow::dropEvent(QDropEvent* event)
+{
+    std::vector<std::string> paths;
+    for (const QUrl& url : event->mimeData()->urls()) paths.push_back(url.toLocalFile().toStdString());
+    event->setDropAction(Qt::CopyAction);  // whatever was proposed, the files stay where they are
+    event->accept();
+    // The one that the files come from waits for the end of the drop; boxes come behind it.
+    QTimer::singleShot(0, this, [this, paths] { binder_.Act([&paths] { ImportFiles(paths); }); });
 }
 
 bool WizardWindow::eventFilter(QObject* watched, QEvent* event)

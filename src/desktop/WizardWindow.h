@@ -21,6 +21,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     /// The keys of all windows pass here ahead of the controls.
     bool eventFilter(QObject* watched, QEvent* event) override;

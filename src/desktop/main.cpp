@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QProcess>
 
 #include "desktop/Desktop.h"
 
@@ -11,5 +12,12 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(BURNLINE_REVISION));
     // Main decides when the program ends, not the last window.
     QApplication::setQuitOnLastWindowClosed(false);
-    Desktop().Run();
+    QString successor;
+    {
+        Desktop desktop;
+        desktop.Run();
+        successor = desktop.Successor();
+    }
+    // Behind the end of everything that only one program may hold: the port, the log, the program's directory.
+    if (!successor.isEmpty()) QProcess::startDetached(successor, {});
 }

@@ -72,14 +72,19 @@ protected:
         return "file " + Digest(bytes) + " " + std::to_string(bytes.size()) + " " + name + " " + address + "\n";
     }
 
+    void Sign(const std::string& list, const std::string& key = "own", const QStringList& more = {})
+    {
+        Execute(u"minisign"_qs, QStringList{"-S", "-s", QString::fromStdString(Path(key + ".key")), "-m",
+                                            QString::fromStdString((web / list).string())} +
+                                    more);
+    }
+
     void Publish(const std::string& lines, int revision = 5, const std::string& expires = "2999-12-31",
                  const QStringList& more = {}, const std::string& key = "own")
     {
         WriteAll(web / "list.txt", "burnline-updates 1\nproduct burnline\nrevision " + std::to_string(revision) +
                                        "\nexpires " + expires + "\n" + lines);
-        Execute(u"minisign"_qs, QStringList{"-S", "-s", QString::fromStdString(Path(key + ".key")), "-m",
-                                            QString::fromStdString((web / "list.txt").string())} +
-                                    more);
+        Sign("list.txt", key, more);
     }
 
     /// Runs what is asked of the updater to its event; its words, "ok" without any, or "replaced" and so on.
@@ -164,6 +169,23 @@ TEST_F(ServerOfUpdates, brings_what_is_new_and_nothing_else)
     EXPECT_EQ(Check(), "0 new");
     EXPECT_EQ(updater_->Revision(), 5);
     EXPECT_EQ(FilesAtHome(), 4u) << "no staging is left";
+}
+
+TEST_F(ServerOfUpdates, is_filled_by_the_tool_that_makes_lists)
+{
+    for (const char* name : {"F61118AC.HEX", "Release notes & more.htm"}) WriteAll(web / name, name);
+    const QString directory = QString::fromStdString(web.string());
+    for (int revision = 1; revision <= 2; ++revision)
+        Execute(u"" SOURCE_DIR "/tools/make-update-list"_qs, {directory, "--message", "Two  lines\nof news"});
+    Sign("BNLUpdate.txt");
+    for (const char* end : {"", ".minisig"})
+        fs::rename(web / (std::string("BNLUpdate.txt") + end), web / (std::string("list.txt") + end));
+    ASSERT_EQ(Check(), "2 new");
+    EXPECT_EQ(updater_->Revision(), 2);
+    EXPECT_EQ(updater_->Messages().at(0).Text, "Two lines of news");
+    EXPECT_EQ(Download(), "ok");
+    EXPECT_EQ(Replace(), "ok");
+    EXPECT_EQ(ReadAll(home / "Release notes & more.htm"), "Release notes & more.htm");
 }
 
 TEST_F(ServerOfUpdates, goes_on_where_a_download_was_cut_off)

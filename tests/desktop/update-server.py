@@ -10,6 +10,7 @@ import ssl
 import sys
 import threading
 import time
+import urllib.parse
 
 ROOT = pathlib.Path(sys.argv[1])
 
@@ -31,7 +32,7 @@ class Server(http.server.BaseHTTPRequestHandler):
         self.wfile.write(body)
 
     def do_GET(self):
-        manner, _, name = self.path.lstrip("/").partition("/")
+        manner, _, name = urllib.parse.unquote(self.path).lstrip("/").partition("/")
         try:
             body = (ROOT / name).read_bytes()
         except OSError:

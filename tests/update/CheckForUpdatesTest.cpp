@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "frame/Wizard.h"
@@ -180,6 +181,24 @@ TEST_F(Updates, ImportedFilesStandBesideTheProgramAndFailuresAreNamed)
         EXPECT_TRUE(text::Holds(LastBox(), path)) << LastBox();
     EXPECT_EQ(ReadFile(own), "F61119A.S19");
     EXPECT_FALSE(text::Holds(ReadFile(world.directory / "Burnline.ini"), "not the user's"));
+}
+
+TEST_F(Updates, HelpOpensAtTheStepAndTheViewerShowsWhatWasAsked)
+{
+    Start("False");
+    for (int step = STEP_DIAGNOSTICS; step <= STEP_FINISHED; ++step) {
+        frmWizard.iCurrentStep = step;
+        EXPECT_TRUE(Form_KeyDown(F1Key, false, false, false));
+        EXPECT_EQ(world.helpTopics.back(), 1010 + 10 * step);
+    }
+    Press(frmWizard.cmdViewRelNotes);
+    EXPECT_TRUE(frmShowRelNotes.Self.Visible);
+    EXPECT_EQ(frmShowRelNotes.WebBrowser1.Text(), (world.directory / "BurnlineRelNotes.htm").string());
+    Press(frmWizard.mnuUpdate_ItemViewUpdatesLog);
+    EXPECT_EQ(frmShowRelNotes.Self.Caption(), "Burnline - Update log");
+    EXPECT_EQ(frmShowRelNotes.WebBrowser1.Text(), (world.directory / "BNLUPDATES.HTM").string());
+    Press(frmShowRelNotes.cmdClose);
+    EXPECT_FALSE(frmShowRelNotes.Self.Visible);
 }
 
 }  // namespace

@@ -163,6 +163,7 @@ void TakeAntenna(int index)
 void lstAntennas_Click()
 {
     const int entry = dialog.lstAntennas.ListIndex;
+    dialog.cmdOK.Enabled = entry >= 0;
     if (entry < 0 || entry >= static_cast<int>(dialog.RowOf.size())) return;
     Guarded("lstAntennas_Click", [entry] { TakeAntenna(dialog.RowOf[static_cast<std::size_t>(entry)]); });
 }

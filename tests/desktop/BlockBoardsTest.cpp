@@ -96,6 +96,10 @@ protected:
     void StartFlash(const std::string& file)
     {
         wizard->Click("cmdNav_2", 30);
+        if (file == "F61205M.S19") {  // which dish it is behind isn't in the list
+            wizard->Click("frmCheckAntennasForRF6/chkNoneOfThese");
+            wizard->Click("frmCheckAntennasForRF6/cmdOK");
+        }
         wizard->WaitForText("lblFlashFile", file);
         wizard->Click("cmdNav_2");
     }

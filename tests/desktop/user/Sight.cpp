@@ -62,6 +62,10 @@ QWidget* FindWidget(const QString& name)
     if (name.startsWith(u"msgBox/")) return ButtonOf(dialog, name.mid(7));
     if (name.startsWith(u"fileDialog/")) return ButtonOf(FindWidget("fileDialog"), name.mid(11));
     if (name == u"msgBox") return qobject_cast<QMessageBox*>(dialog);
+    if (const qsizetype slash = name.indexOf(u'/'); slash > 0) {
+        const QWidget* window = FindWidget(name.left(slash));
+        return window ? window->findChild<QWidget*>(name.mid(slash + 1)) : nullptr;
+    }
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->objectName() == name) return window;
         if (auto* widget = window->findChild<QWidget*>(name)) return widget;

@@ -30,6 +30,15 @@ void AntennaProcess::WaitFor(const std::string& words, double seconds)
     throw std::runtime_error("the antenna didn't say \"" + words + "\", but at last: " + last);
 }
 
+std::string AntennaProcess::Heard()
+{
+    const std::string words = "heard:";
+    Do("heard");
+    WaitFor(words);
+    const std::string heard = said_.back().substr(said_.back().find(words) + words.size());
+    return heard.empty() ? heard : heard.substr(1);
+}
+
 AntennaProcess::Holdings AntennaProcess::Dump(const std::filesystem::path& directory)
 {
     Do("dump " + directory.string());

@@ -20,6 +20,9 @@ public:
     /// Reads on until a line of its output holds the words; raises std::runtime_error when none does in that time.
     void WaitFor(const std::string& words, double seconds = 20);
 
+    /// Every byte that it has heard since the last call, in legible form: see the command "heard".
+    std::string Heard();
+
     struct Holdings {
         std::string memory;
         std::map<std::string, std::string> parameters;

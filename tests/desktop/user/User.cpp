@@ -51,6 +51,16 @@ void ChooseByKeys(QComboBox& box, int entry)
     QTest::keyClick(list->windowHandle(), Qt::Key_Return);
 }
 
+/// Tabs that have no room hide behind arrows, but the arrow keys find them.
+void ChooseByKeys(QTabWidget& tabs, int entry)
+{
+    QWindow* window = tabs.window()->windowHandle();
+    window->requestActivate();
+    tabs.tabBar()->setFocus();
+    for (int left = tabs.currentIndex(); left > entry; --left) QTest::keyClick(window, Qt::Key_Left);
+    for (int left = tabs.currentIndex(); left < entry; ++left) QTest::keyClick(window, Qt::Key_Right);
+}
+
 }  // namespace
 
 User::User() : commands_(STDIN_FILENO, QSocketNotifier::Read)
@@ -125,8 +135,7 @@ QJsonObject User::Choose(const QString& name, const QString& entry)
     const int at = static_cast<int>(EntriesOf(*widget).indexOf(entry));
     if (at < 0) return Problem(name + " has no entry " + entry);
     ScrollTo(*widget);
-    if (auto* tabs = qobject_cast<QTabWidget*>(widget))
-        return ClickAt(*tabs->tabBar(), tabs->tabBar()->tabRect(at).center());
+    if (auto* tabs = qobject_cast<QTabWidget*>(widget)) return Later([tabs, at] { ChooseByKeys(*tabs, at); });
     if (auto* list = qobject_cast<QListWidget*>(widget)) {
         list->scrollToItem(list->item(at));
         return ClickAt(*list->viewport(), list->visualItemRect(list->item(at)).center());
@@ -172,8 +181,11 @@ QJsonObject User::Type(const QString& text)
 {
     QWindow* window = QGuiApplication::focusWindow();
     if (!window) return Problem("no window has the keyboard");
-    return Later([window, text] {
+    // Each key is a turn of the event loop, in which the next command must not overtake the letters that are left.
+    commands_.setEnabled(false);
+    return Later([this, window, text] {
         for (const QChar letter : text) QTest::keyClick(window, letter.toLatin1());
+        commands_.setEnabled(true);
     });
 }
 

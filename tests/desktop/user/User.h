@@ -2,10 +2,11 @@
 // A user inside the real program. The toolkit loads it as a plugin of its own (QT_QPA_GENERIC_PLUGINS=user); it reads
 // commands from standard input, one a line, and answers each with one line of JSON on standard output.
 //
+// NAME is a control's, or WINDOW/NAME where several windows have one of that name.
 //   see NAME          what the widget, menu entry or message box (msgBox) shows
 //   click NAME        the mouse, on the middle of the widget; msgBox/Retry is the box's button "Retry", and
 //                     fileDialog/Open one of the dialog that asks for a file
-//   choose NAME ENTRY the keyboard on a combo box, the mouse on an entry of a list or on a tab
+//   choose NAME ENTRY the keyboard on a combo box or on tabs, the mouse on an entry of a list
 //   focus NAME        the keyboard goes there
 //   type TEXT         keys, in the window that has the keyboard
 //   key NAME          one key or combination: Return, Alt+N

@@ -81,7 +81,7 @@ public:
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog&) override { return openDialogAnswer; }
     std::optional<std::string> SaveDialog(const FileDialog&) override { return saveDialogAnswer; }
-    void ShowHelp(int topic) override { helpTopics.push_back(topic); }
+    void ShowHelp(int topic, const std::string&) override { helpTopics.push_back(topic); }
     void CloseHelp() override {}
     std::string ProgramDirectory() override { return directory.string(); }
     bool PrevInstance() override { return otherInstance; }

@@ -174,10 +174,10 @@ std::optional<std::string> DesktopComputer::SaveDialog(const FileDialog& dialog)
     return AskWhereToSave(PrepareDialog(), dialog);
 }
 
-void DesktopComputer::ShowHelp(int topic)
+void DesktopComputer::ShowHelp(int topic, const std::string& section)
 {
     if (!help_) help_ = std::make_unique<HelpWindow>(HelpWindow::FindFolder(Words(directory_)));
-    help_->ShowTopic(topic);
+    help_->ShowTopic(topic, Words(section));
 }
 
 void DesktopComputer::CloseHelp() { help_.reset(); }

@@ -31,7 +31,7 @@ public:
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog& dialog) override;
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override;
-    void ShowHelp(int topic) override;
+    void ShowHelp(int topic, const std::string& section) override;
     void CloseHelp() override;
 
     std::string ProgramDirectory() override;

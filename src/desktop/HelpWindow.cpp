@@ -145,12 +145,12 @@ void HelpWindow::Choose()
     if (!file.isEmpty()) Open({file, {}});
 }
 
-void HelpWindow::ShowTopic(int topic)
+void HelpWindow::ShowTopic(int topic, const QString& section)
 {
     const QString file = QString::number(topic) + u".html"_qs;
     const bool known = QFile::exists(folder_ + u'/' + file);
     wanted_->clear();
-    Open({known || pages_.empty() ? file : pages_.front().file, {}});
+    Open({known || pages_.empty() ? file : pages_.front().file, section});
     show();
     raise();
     activateWindow();

@@ -16,8 +16,8 @@ public:
     /// `folder` holds the pages and contents.txt, their order.
     explicit HelpWindow(const QString& folder);
 
-    /// Opens the page of a topic; an unknown one opens the first page.
-    void ShowTopic(int topic);
+    /// Opens the page of a topic, at its section; an unknown one opens the first page.
+    void ShowTopic(int topic, const QString& section = {});
 
     /// The folder of the help: in the program's directory, beside the program, or where packages put it.
     static QString FindFolder(const QString& programDirectory);

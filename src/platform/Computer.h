@@ -61,8 +61,8 @@ public:
     /// The chosen path or paths; empty when the user cancelled.
     virtual std::vector<std::string> OpenDialog(const FileDialog& dialog) = 0;
     virtual std::optional<std::string> SaveDialog(const FileDialog& dialog) = 0;
-    /// Opens the help at a topic, closes all its windows.
-    virtual void ShowHelp(int topic) = 0;
+    /// Opens the help at a topic, and at a section of its page where one is named; closes all its windows.
+    virtual void ShowHelp(int topic, const std::string& section) = 0;
     virtual void CloseHelp() = 0;
 
     // --- the machine ---------------------------------------------------------------------------------------------

@@ -27,6 +27,6 @@ void mnuUpdate_ItemViewUpdatesLog_Click() { ShowDocument("Burnline - Update log"
 void mnuHelp_ItemHelp_Click()
 {
     frmWizard.bHelpOpened = true;
-    computer->ShowHelp((frmWizard.iCurrentStep + 1) * 10 + 1000);
+    computer->ShowHelp((frmWizard.iCurrentStep + 1) * 10 + 1000, "");
     computer->DoEvents();
 }

@@ -90,7 +90,7 @@ void ShowUSBHelp(Answer answer)
     constexpr int testedAdapters = 1050;
     if (answer != Answer::Yes) return;
     frmWizard.bHelpOpened = true;
-    computer->ShowHelp(testedAdapters);
+    computer->ShowHelp(testedAdapters, "usb");
 }
 
 void AgreeToLeave(Answer answer)

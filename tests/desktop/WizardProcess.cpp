@@ -107,14 +107,14 @@ void WizardProcess::AnswerBox(const std::string& words, const std::string& butto
     Click("msgBox/" + button);
 }
 
-void WizardProcess::AnswerFileDialog(const std::filesystem::path& path, const std::string& button)
+void WizardProcess::AnswerFileDialog(const std::filesystem::path& path)
 {
     WaitUntil("a file is asked for", [&] { return See("fileDialog").visible; });
     if (path.empty()) return Click("fileDialog/Cancel");
     Focus("fileNameEdit");
     Type(path.string());
     WaitUntil("the path is typed", [&] { return See("fileNameEdit").text == path.string(); });
-    Click("fileDialog/" + button);
+    PressKey("Return");
     WaitUntil("the dialog is answered", [&] { return !See("fileDialog").visible; });
 }
 
@@ -127,4 +127,13 @@ double WizardProcess::ProcessorSeconds()
     double user = 0, system = 0;
     fields >> user >> system;
     return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+long WizardProcess::MemoryKB()
+{
+    std::istringstream status(ReadAll("/proc/" + std::to_string(child_.Process().processId()) + "/status"));
+    long kilobytes = 0;
+    for (std::string word; status >> word;)
+        if (word == "VmRSS:") status >> kilobytes;
+    return kilobytes;
 }

@@ -43,8 +43,9 @@ public:
     void WaitUntil(const std::string& what, const std::function<bool()>& holds, double seconds = 10);
     /// Waits for the message box with these words and presses one of its buttons.
     void AnswerBox(const std::string& words, const std::string& button, double seconds = 10);
-    /// Waits for the dialog that asks for a file and types a path into it, or presses Cancel when there is none.
-    void AnswerFileDialog(const std::filesystem::path& path, const std::string& button = "Open");
+    /// Waits for the dialog that asks for a file and types a path and Enter into it, or presses Cancel when
+    /// there is none.
+    void AnswerFileDialog(const std::filesystem::path& path);
     bool HasBox() { return See("msgBox").visible; }
 
     bool EndsWithin(double seconds) { return child_.EndsWithin(static_cast<int>(seconds * 1000)); }
@@ -54,6 +55,8 @@ public:
 
     /// Processor time used so far, in seconds.
     double ProcessorSeconds();
+    /// Memory in use, in KB.
+    long MemoryKB();
 
 private:
     QJsonObject Ask(const std::string& command);

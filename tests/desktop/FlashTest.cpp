@@ -39,7 +39,7 @@ TEST_F(RealWindow, takes_a_main_board_from_welcome_to_finished)
     wizard->Click("cmdNav_2");  // Welcome
     wizard->Click("cmdNav_2");  // Before you begin
     wizard->WaitUntil("STEP_2", [&] { return wizard->See("fraStep_3").visible; });
-    EXPECT_FALSE(wizard->See("cmdNav_2").enabled) << "no board is chosen";
+    wizard->WaitUntil("Next is off while no board is chosen", [&] { return !wizard->See("cmdNav_2").enabled; });
     wizard->Click("optBoardToFlash_0");
     wizard->Click("cmdNav_2");
     wizard->WaitForText("lblBoardVersion", "Orbimaster NEVA", 20);
@@ -48,8 +48,8 @@ TEST_F(RealWindow, takes_a_main_board_from_welcome_to_finished)
     wizard->Click("cmdNav_2");
 
     wizard->WaitForText("lblFlashStatus_0", "DO NOT POWER OFF ANTENNA", 60);
-    EXPECT_FALSE(wizard->See("cmdNav_0").enabled) << "Cancel in the middle of a transfer";
-    EXPECT_FALSE(wizard->See("mnuCommPort").enabled);
+    wizard->WaitUntil("neither Cancel nor another port in the middle of a transfer",
+                      [&] { return !wizard->See("cmdNav_0").enabled && !wizard->See("mnuCommPort").enabled; });
     wizard->WaitForText("lblFlashStatus_0", "PLEASE PRESS NEXT", 30);
     const auto flashed = antenna->Dump(home.Path("flashed"));
     EXPECT_TRUE(flashed.memory == JudgedImage(home.Path("F61118AB.HEX")));

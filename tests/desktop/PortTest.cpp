@@ -14,9 +14,9 @@ TEST_F(RealWindow, says_that_there_is_no_port_and_stays_at_the_first_step)
     wizard->AnswerBox("Last serial port used not found or already in use! (COM7).", "OK");
     wizard->WaitForText("lblCommPortStatus", "COM port: None found or all used");
     EXPECT_TRUE(wizard->See("fraStep_1").visible);
-    EXPECT_TRUE(wizard->See("cmdNav_2").enabled);
+    wizard->WaitUntil("Next is on", [this] { return wizard->See("cmdNav_2").enabled; });
     wizard->Click("mnuCommPort");
-    EXPECT_TRUE(wizard->See("mnuCommPort_Item_0").Says("(none)"));
+    wizard->WaitForText("mnuCommPort_Item_0", "(none)");
     wizard->PressKey("Escape");
     wizard->Click("cmdNav_0");
     EXPECT_TRUE(wizard->EndsWithin(10));
@@ -32,7 +32,7 @@ TEST_F(RealWindow, leaves_a_port_to_the_program_that_holds_it_and_takes_it_when_
     // The box is answered before the program has gone on behind it.
     wizard->WaitUntil("Next is off", [this] { return !wizard->See("cmdNav_2").enabled; });
     wizard->Click("mnuCommPort");
-    EXPECT_TRUE(wizard->See("mnuCommPort_Item_1").Says("COM7"));
+    wizard->WaitForText("mnuCommPort_Item_1", "COM7");
     EXPECT_FALSE(wizard->See("mnuCommPort_Item_1").checked);
     port.Release();
     wizard->Click("mnuCommPort_Item_1");
@@ -45,16 +45,16 @@ TEST_F(RealWindow, finds_a_port_that_is_plugged_in_later_when_its_menu_is_opened
     BarePort other(home.OtherLink());
     StartWizard();
     wizard->WaitForText("lblCommPortStatus", "COM port: COM Port not found (COM7).");
-    EXPECT_FALSE(wizard->See("cmdNav_2").enabled);
+    wizard->WaitUntil("Next is off", [this] { return !wizard->See("cmdNav_2").enabled; });
     wizard->Click("mnuCommPort");
-    EXPECT_TRUE(wizard->See("mnuCommPort_Item_1").Says("COM9"));
+    wizard->WaitForText("mnuCommPort_Item_1", "COM9");
     EXPECT_FALSE(wizard->See("mnuCommPort_Item_2").visible);
     wizard->PressKey("Escape");
 
     BarePort plugged(home.AntennaLink());
     wizard->Click("mnuCommPort");
-    EXPECT_TRUE(wizard->See("mnuCommPort_Item_1").Says("COM7"));
-    EXPECT_TRUE(wizard->See("mnuCommPort_Item_2").Says("COM9"));
+    wizard->WaitForText("mnuCommPort_Item_1", "COM7");
+    wizard->WaitForText("mnuCommPort_Item_2", "COM9");
     EXPECT_NE(wizard->See("mnuCommPort_Item_2").tip.find(home.OtherLink().string()), std::string::npos);
     wizard->Click("mnuCommPort_Item_2");
     wizard->WaitForText("lblCommPortStatus", "Waiting on COM9");
@@ -69,8 +69,8 @@ TEST_F(RealWindow, rests_while_its_port_is_gone_and_goes_on_when_it_is_back)
     antenna->Do("fault port-gone 600");
     wizard->AnswerBox("Please remove the adapter, plug it back in, and then re-select the COM port", "OK");
     wizard->WaitForText("lblCommPortStatus", "COM port error (COM7).");
-    EXPECT_TRUE(wizard->See("lblRedoCOMMPort").visible);
-    EXPECT_FALSE(wizard->See("cmdNav_2").enabled);
+    wizard->WaitUntil("the way on is closed",
+                      [this] { return wizard->See("lblRedoCOMMPort").visible && !wizard->See("cmdNav_2").enabled; });
 
     const double before = wizard->ProcessorSeconds();
     QElapsedTimer measured;

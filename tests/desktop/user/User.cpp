@@ -170,10 +170,14 @@ QJsonObject User::ClickAt(QWidget& widget, QPoint at)
         return Problem(widget.objectName() + " is covered by " + hit->objectName());
     // To the window, not to the widget: the toolkit itself decides who is under the mouse and who may be clicked.
     QWindow* handle = window->windowHandle();
-    return Later([handle, inWindow] {
+    // The button comes up before the next command is read; what it starts may not come back before that is due.
+    commands_.setEnabled(false);
+    return Later([this, handle, inWindow] {
         // What a window manager does; a menu leaves the keyboard to the window below it.
         if (!QApplication::activePopupWidget()) handle->requestActivate();
-        QTest::mouseClick(handle, Qt::LeftButton, {}, inWindow);
+        QTest::mousePress(handle, Qt::LeftButton, {}, inWindow);
+        commands_.setEnabled(true);
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, inWindow);
     });
 }
 

@@ -106,7 +106,8 @@ void Fetch::TakeAnswer()
     if (!file_.isOpen() || had_ == 0) return;
     const int status = StatusOf(*reply_);
     const bool goesOn = status == partOfAFile && BeginningOf(reply_->rawHeader("Content-Range")) == had_;
-    if (goesOn || status / 100 == 3) return;
+    // A redirect, or a server that is out of order for a while, takes nothing of what is there.
+    if (goesOn || status / 100 != 2) return;
     had_ = arrived_ = 0;
     file_.resize(0);
     file_.seek(0);
@@ -143,29 +144,34 @@ void Fetch::Refuse(const QString& problem)
     reply_->abort();
 }
 
+/// Why the answer is of no use, in words; empty when it is all that was asked for.
+QString Fetch::ProblemOf(const QNetworkReply& reply) const
+{
+    if (!problem_.isEmpty()) return problem_;
+    const int status = StatusOf(reply);
+    if (status >= 300)
+        return QString(u"the server answers \"%1 %2\" for %3"_qs)
+            .arg(QString::number(status), reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString(),
+                 reply.url().toString());
+    if (reply.error() == QNetworkReply::OperationCanceledError) return u"the server has fallen silent"_qs;
+    if (reply.error() != QNetworkReply::NoError) return reply.errorString();
+    // Where Qt has to ask a second time, a connection that then ends in the middle is no error to it.
+    const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader);
+    if (announced.isValid() && arrived_ - had_ < announced.toLongLong())
+        return u"the connection was cut off in the middle"_qs;
+    return {};
+}
+
 void Fetch::End()
 {
     if (problem_.isEmpty() && reply_->error() == QNetworkReply::NoError) TakeBytes();
-    QNetworkReply& reply = *reply_;
-    const int status = StatusOf(reply);
     Fetched fetched;
-    fetched.ok = problem_.isEmpty() && reply.error() == QNetworkReply::NoError && status / 100 == 2;
-    fetched.unreachable = problem_.isEmpty() && IsUnreachable(reply.error());
-    if (fetched.ok)
-        fetched.bytes = bytes_;
-    else if (!problem_.isEmpty())
-        fetched.problem = problem_;
-    else if (status >= 300)
-        fetched.problem =
-            QString(u"the server answers \"%1 %2\" for %3"_qs)
-                .arg(status)
-                .arg(reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString(), reply.url().toString());
-    else if (reply.error() == QNetworkReply::OperationCanceledError)
-        fetched.problem = u"the server has fallen silent"_qs;
-    else
-        fetched.problem = reply.errorString();
+    fetched.problem = ProblemOf(*reply_);
+    fetched.ok = fetched.problem.isEmpty();
+    fetched.unreachable = problem_.isEmpty() && IsUnreachable(reply_->error());
+    if (fetched.ok) fetched.bytes = bytes_;
     // Asked for what lies behind the file's end: what is there is of no use.
-    if (status == wrongRange && file_.isOpen()) file_.resize(0);
+    if (StatusOf(*reply_) == wrongRange && file_.isOpen()) file_.resize(0);
     const Done done = std::exchange(done_, nullptr);
     Stop();
     if (done) done(fetched);

@@ -44,6 +44,7 @@ private:
     void TakeBytes();
     void JudgeRedirect(const QUrl& to);
     void Refuse(const QString& problem);
+    QString ProblemOf(const QNetworkReply& reply) const;
     void End();
 
     QNetworkAccessManager network_;

@@ -25,13 +25,14 @@ QByteArray ReadAll(const QString& path)
 
 std::string_view View(const QByteArray& bytes) { return {bytes.constData(), static_cast<std::size_t>(bytes.size())}; }
 
-/// Everything that is to be known of a list ahead of believing it. Raises SignatureError or UpdateListError.
-UpdateList Judged(const QByteArray& list, const QByteArray& signature, const QByteArray& keys, std::int32_t oldest)
+/// Everything that is to be known of a list ahead of believing it; the keys lie in `directory`. Raises SignatureError
+/// or UpdateListError.
+UpdateList Judged(const QByteArray& list, const QByteArray& signature, const QString& directory, std::int32_t oldest)
 {
+    const QByteArray keys = ReadAll(directory + u"/BNLUpdate.pub"_qs);
     if (keys.isEmpty())
-        throw SignatureError(
-            "there is no public key (BNLUpdate.pub) in the program's directory. Please import the key that came with "
-            "the program");
+        throw SignatureError("there is no public key (BNLUpdate.pub) in " + directory.toStdString() +
+                             ". Please copy the key that came with the program there");
     VerifySignature(View(list), View(signature), ReadPublicKeys(View(keys)));
     UpdateList judged = ReadUpdateList(View(list));
     if (judged.Revision < oldest)
@@ -141,7 +142,7 @@ void NetUpdater::JudgeList(const QByteArray& signature)
 {
     signatureBytes_ = signature;
     try {
-        list_ = Judged(listBytes_, signature, ReadAll(directory_ + u"/BNLUpdate.pub"_qs), oldestRevision_);
+        list_ = Judged(listBytes_, signature, directory_, oldestRevision_);
     } catch (const UpdateListError& error) {
         return CheckDone(0, refused, std::string("the list of updates is no such list: ") + error.what());
     } catch (const SignatureError& error) {
@@ -162,7 +163,7 @@ void NetUpdater::LookForPrevious(std::int32_t revision)
     const auto kept = staging_.Finished();
     if (!kept) return;
     try {
-        list_ = Judged(kept->list, kept->signature, ReadAll(directory_ + u"/BNLUpdate.pub"_qs), revision);
+        list_ = Judged(kept->list, kept->signature, directory_, revision);
     } catch (const std::exception&) {
         return staging_.Discard();  // whatever it is, it isn't to be trusted
     }
@@ -182,30 +183,37 @@ void NetUpdater::Download()
         return DownloadDone(refused, "the directory for downloads can't be made in " + directory_.toStdString());
     next_ = 0;
     again_ = false;
-    doneBytes_ = allBytes_ = 0;
+    doneBytes_ = allBytes_ = fetchedBytes_ = 0;
     for (const UpdateFile& file : new_) allBytes_ += file.Size;
-    if (window) {
-        progress_ = std::make_unique<QProgressDialog>(window);
-        progress_->setObjectName(u"updateProgress"_qs);
-        progress_->setWindowTitle(u"QEL Burnline Assistant - Check for Updates"_qs);
-        progress_->setWindowModality(Qt::ApplicationModal);
-        progress_->setMinimumDuration(0);
-        progress_->setAutoClose(false);
-        progress_->setAutoReset(false);
-        progress_->setRange(0, 1000);
-        QObject::connect(progress_.get(), &QProgressDialog::canceled, progress_.get(), [this] {
-            fetch_.Stop();
-            EndDownload(refused,
-                        u"the download was cancelled. What has arrived is kept; the next one goes on there"_qs);
-        });
-    }
+    if (window) OpenProgress();
     sinceStart_.start();
     DownloadNext();
 }
 
+void NetUpdater::OpenProgress()
+{
+    progress_ = std::make_unique<QProgressDialog>(window);
+    progress_->setObjectName(u"updateProgress"_qs);
+    progress_->setWindowTitle(u"QEL Burnline Assistant - Check for Updates"_qs);
+    progress_->setWindowModality(Qt::ApplicationModal);
+    // The bar is moved by itself: the dialog's own way handles events, and a Cancel in the middle of arriving bytes
+    // would take away the reply and the dialog that are at work.
+    bar_ = new QProgressBar;
+    bar_->setRange(0, 1000);
+    progress_->setBar(bar_);
+    QObject::connect(progress_.get(), &QProgressDialog::canceled, progress_.get(), [this] { CancelDownload(); });
+    progress_->show();
+}
+
+void NetUpdater::CancelDownload()
+{
+    fetch_.Stop();
+    EndDownload(refused, u"the download was cancelled. What has arrived is kept; the next one goes on there"_qs);
+}
+
 void NetUpdater::DownloadNext()
 {
-    while (next_ < new_.size() && staging_.IsWhole(new_[next_])) doneBytes_ += new_[next_++].Size;
+    while (next_ < new_.size() && IsThere(new_[next_])) doneBytes_ += new_[next_++].Size;
     if (next_ == new_.size()) {
         if (staging_.Finish(listBytes_, signatureBytes_)) return EndDownload(0, {});
         return EndDownload(refused, u"the disk takes no more"_qs);
@@ -221,12 +229,20 @@ void NetUpdater::DownloadNext()
                   [this, file](const Fetched& fetched) { TakeFile(file, fetched); });
 }
 
+/// A program that ended at the wrong moment may have left a file that has arrived without looking at it.
+bool NetUpdater::IsThere(const UpdateFile& file)
+{
+    if (QFileInfo(staging_.PartOf(file)).size() >= std::max<qint64>(file.Size, 1)) staging_.Accept(file);
+    return staging_.IsWhole(file);
+}
+
 void NetUpdater::TakeFile(const UpdateFile& file, const Fetched& fetched)
 {
     const QString name = QString::fromStdString(file.Name);
     if (!fetched.ok) return EndDownload(refused, name + u": "_qs + fetched.problem);
     if (staging_.Accept(file)) {
         again_ = false;
+        fetchedBytes_ += file.Size - beganAt_;
         return DownloadNext();
     }
     // What was there of an earlier download may have been of another file: once more, from its beginning.
@@ -241,24 +257,25 @@ void NetUpdater::ShowProgress(const UpdateFile& file, qint64 arrived)
     if (!progress_) return;
     const qint64 done = doneBytes_ + arrived;
     const double seconds = static_cast<double>(std::max<qint64>(sinceStart_.elapsed(), 1)) / 1000;
-    const double speed = static_cast<double>(std::max<qint64>(done - beganAt_, 0)) / seconds;
+    const double speed = static_cast<double>(std::max<qint64>(fetchedBytes_ + arrived - beganAt_, 0)) / seconds;
     QString words = QString(u"%1 (file %2 of %3)\n%4 of %5"_qs)
-                        .arg(QString::fromStdString(file.Name))
-                        .arg(next_ + 1)
-                        .arg(new_.size())
-                        .arg(Size(done), Size(allBytes_));
+                        .arg(QString::fromStdString(file.Name), QString::number(next_ + 1),
+                             QString::number(new_.size()), Size(done), Size(allBytes_));
     if (speed > 1 && seconds > 1)
         words += QString(u", %1 a second, %2 s left"_qs)
                      .arg(Size(static_cast<qint64>(speed)))
                      .arg(static_cast<qint64>(static_cast<double>(allBytes_ - done) / speed) + 1);
     progress_->setLabelText(words);
-    progress_->setValue(allBytes_ > 0 ? static_cast<int>(done * 1000 / allBytes_) : 0);
+    bar_->setValue(allBytes_ > 0 ? static_cast<int>(done * bar_->maximum() / allBytes_) : 0);
 }
 
 void NetUpdater::EndDownload(int code, const QString& problem)
 {
-    // The dialog may be the one that calls.
-    if (progress_) progress_.release()->deleteLater();
+    if (progress_) {
+        progress_->hide();  // it goes no sooner than the boxes that come now
+        progress_->disconnect();
+        progress_.release()->deleteLater();  // it may be the one that calls
+    }
     DownloadDone(code, problem.toStdString());
 }
 

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QElapsedTimer>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QUrl>
 #include <filesystem>
@@ -50,7 +51,10 @@ private:
     bool MayWrite(const UpdateFile& file) const;
 
     void JudgeList(const QByteArray& signature);
+    void OpenProgress();
+    void CancelDownload();
     void DownloadNext();
+    bool IsThere(const UpdateFile& file);
     void TakeFile(const UpdateFile& file, const Fetched& fetched);
     void ShowProgress(const UpdateFile& file, qint64 arrived);
     void EndDownload(int code, const QString& problem);
@@ -67,8 +71,11 @@ private:
 
     std::size_t next_ = 0;  // of new_, while they are downloaded
     bool again_ = false;    // the file that is downloaded was wrong once already
-    qint64 doneBytes_ = 0, allBytes_ = 0, beganAt_ = 0;
+    qint64 doneBytes_ = 0, allBytes_ = 0;
+    qint64 beganAt_ = 0;       // what was there already of the file that is downloaded
+    qint64 fetchedBytes_ = 0;  // of the files before it, without what was there already
     QElapsedTimer sinceStart_;
     std::unique_ptr<QProgressDialog> progress_;
+    QProgressBar* bar_ = nullptr;  // the dialog's
     bool replaceAfterEnd_ = false;
 };

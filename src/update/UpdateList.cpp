@@ -14,7 +14,7 @@ constexpr std::size_t longestName = 200;  // bytes; with room for what a replace
 
 /// The user's own, and what the program needs to work: no list may touch them.
 constexpr std::array ownFiles{
-    "Burnline.ini", "BNL.LOG", "BNLBAK.LOG", "BNLUPDATES.HTM", "Burnline.ports", "Burnline.lock", "BNLUpdate.pub",
+    "Burnline.ini", "BNL.LOG", "BNLBAK.LOG", "BNLUPDATES.HTM", "Burnline.ports", "Burnline.lock", "BNLUpdate",
 };
 
 constexpr std::array devices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$", "CLOCK$"};
@@ -38,9 +38,11 @@ bool IsDevice(std::string_view name)
            std::find(superscripts.begin(), superscripts.end(), number) != superscripts.end();
 }
 
-/// The files of a replacement stand beside those they replace, under names that begin like theirs.
+/// The files of a replacement stand beside those they replace, under names that begin like theirs; the key and the
+/// record of a replacement begin with "BNLUpdate.".
 bool IsOwnFile(std::string_view name)
 {
+    if (text::Holds(name, ".bnl-")) return true;
     return std::any_of(ownFiles.begin(), ownFiles.end(), [&](std::string_view own) {
         return text::Equal(name, own) || text::StartsWith(name, std::string(own) + ".");
     });

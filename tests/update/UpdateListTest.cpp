@@ -102,6 +102,8 @@ TEST(UpdateList, TakesOnlyBareNamesThatAreNobodysOwn)
                              "BNLUPDATES.HTM",
                              "Burnline.ports",
                              "BNLUpdate.pub",
+                             "bnlupdate.placing",
+                             "A.HEX.bnl-new",
                              "name.",
                              "name ",
                              ".hidden",

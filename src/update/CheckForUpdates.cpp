@@ -183,6 +183,18 @@ void OnClosing()
     });
 }
 
+/// A server on this very computer is in reach without any link.
+bool IsOnThisComputer(const std::string& url)
+{
+    const std::size_t scheme = url.find("://");
+    if (scheme == std::string::npos) return false;
+    const std::size_t from = scheme + 3;
+    const std::string host = url.substr(from, url.find_first_of(":/?#", from) - from);
+    return host == "127.0.0.1" || text::Equal(host, "localhost");
+}
+
+bool IsServerInReach() { return IsOnThisComputer(GetSetting(SETTING_UPDATE_URL)) || computer->InternetConnected(); }
+
 void LogHeading()
 {
     WriteUpdatesLog("<font face=Verdana size=1>");
@@ -206,7 +218,7 @@ void ConnectUpdater()
 
 void CheckForUpdates()
 {
-    if (!computer->InternetConnected()) {
+    if (!IsServerInReach()) {
         Tell("You are not properly connected to the internet.  Check for Updates requires an internet connection. ");
         return;
     }
@@ -239,7 +251,7 @@ void CheckForUpdatesAtStart()
 {
     if (updater) updater->LookForPrevious(text::ToLong(GetSetting(SETTING_REVISION)));
     if (IsExitRequested()) return;
-    if (!IsSettingTrue(SETTING_AUTO_CHECK) || !computer->InternetConnected()) return;
+    if (!IsSettingTrue(SETTING_AUTO_CHECK) || !IsServerInReach()) return;
     // Until its answer is there: a check that nobody asked for is silent when there is nothing to say.
     Session.bUpdateCheckRunning = updater != nullptr;
     CheckForUpdates();

@@ -127,9 +127,17 @@ TEST_F(Updates, RefusalsAndErrorsLeaveEverythingAsItIs)
     EXPECT_TRUE(text::Holds(world.Log(), "We encountered ErrorCode 30012 in the WOD_CheckDone event."));
     EXPECT_EQ(GetSetting(SETTING_REVISION), "3");
     world.internet = false;
-    mnuUpdate_ItemCheckForUpdates_Click();
-    EXPECT_TRUE(text::StartsWith(LastBox(), "You are not properly connected to the internet."));
+    for (const char* url : {"https://server.example/list.txt", "http://127.0.0.1.example/", "localhost"}) {
+        world.boxes.clear();
+        SetSetting(SETTING_UPDATE_URL, url);
+        mnuUpdate_ItemCheckForUpdates_Click();
+        EXPECT_TRUE(text::StartsWith(LastBox(), "You are not properly connected to the internet.")) << url;
+    }
     EXPECT_EQ(Logged(), "");
+    fake.asked.clear();
+    SetSetting(SETTING_UPDATE_URL, "http://LocalHost:8080/list.txt");
+    mnuUpdate_ItemCheckForUpdates_Click();
+    EXPECT_EQ(fake.asked, "check http://LocalHost:8080/list.txt from 3\n") << "that server needs no internet";
 }
 
 TEST_F(Updates, AnAutomaticCheckIsSilentWhenThereIsNothingToSay)

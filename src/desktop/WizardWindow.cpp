@@ -125,7 +125,11 @@ void WizardWindow::dropEvent(QDropEvent* event)
     event->setDropAction(Qt::CopyAction);  // whatever was proposed, the files stay where they are
     event->accept();
     // The one that the files come from waits for the end of the drop; boxes come behind it.
-    QTimer::singleShot(0, this, [this, paths] { binder_.Act([&paths] { ImportFiles(paths); }); });
+    QTimer::singleShot(0, this, [this, paths] {
+        binder_.Act([&paths] {
+            if (frmWizard.mnuUpdate.Enabled) ImportFiles(paths);  // a drag may take its time
+        });
+    });
 }
 
 bool WizardWindow::eventFilter(QObject* watched, QEvent* event)

@@ -2,19 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
 #include <QDate>
-#include <QElapsedTimer>
 #include <QEventLoop>
-#include <QProcess>
 #include <QSslCertificate>
 #include <QSslConfiguration>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include "desktop/NetUpdater.h"
-#include "tests/desktop/ChildProcess.h"
-#include "tests/desktop/ProgramHome.h"
+#include "tests/desktop/UpdateSite.h"
 
 namespace fs = std::filesystem;
 
@@ -22,69 +17,12 @@ namespace {
 
 constexpr int patienceMs = 700;
 
-std::string Digest(const std::string& bytes)
-{
-    return QCryptographicHash::hash(QByteArray::fromStdString(bytes), QCryptographicHash::Sha256).toHex().toStdString();
-}
-
-void Execute(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000) || process.exitCode() != 0)
-        throw std::runtime_error((program + u" failed: "_qs + process.readAllStandardError()).toStdString());
-}
-
-class ServerOfUpdates : public testing::Test {
+class ServerOfUpdates : public testing::Test, public UpdateSite {
 protected:
-    ServerOfUpdates() : home(temp.path().toStdString() + "/home"), web(temp.path().toStdString() + "/web")
+    ServerOfUpdates() : home(Path("home"))
     {
-        for (const fs::path& directory : {home, web}) fs::create_directories(directory);
-        MakeKey("own");
-        fs::copy_file(Path("own.pub"), home / "BNLUpdate.pub");
-        Start({});
-    }
-
-    void Start(const QStringList& certificate)
-    {
-        server = std::make_unique<ChildProcess>();
-        server->Start(u"" SOURCE_DIR "/tests/desktop/update-server.py"_qs,
-                      QStringList{QString::fromStdString(web.string())} + certificate);
-        port = server->ReadLine(10000).value();
-    }
-
-    std::string Path(const std::string& name) const { return temp.path().toStdString() + "/" + name; }
-
-    void MakeKey(const std::string& name)
-    {
-        Execute(u"minisign"_qs, {"-G", "-W", "-f", "-p", QString::fromStdString(Path(name + ".pub")), "-s",
-                                 QString::fromStdString(Path(name + ".key"))});
-    }
-
-    /// A file on the server, and its line.
-    std::string Offer(const std::string& name, const std::string& bytes, const std::string& manner = "well")
-    {
-        WriteAll(web / name, bytes);
-        return Line(name, bytes, "../" + manner + "/" + name);
-    }
-    static std::string Line(const std::string& name, const std::string& bytes, const std::string& address)
-    {
-        return "file " + Digest(bytes) + " " + std::to_string(bytes.size()) + " " + name + " " + address + "\n";
-    }
-
-    void Sign(const std::string& list, const std::string& key = "own", const QStringList& more = {})
-    {
-        Execute(u"minisign"_qs, QStringList{"-S", "-s", QString::fromStdString(Path(key + ".key")), "-m",
-                                            QString::fromStdString((web / list).string())} +
-                                    more);
-    }
-
-    void Publish(const std::string& lines, int revision = 5, const std::string& expires = "2999-12-31",
-                 const QStringList& more = {}, const std::string& key = "own")
-    {
-        WriteAll(web / "list.txt", "burnline-updates 1\nproduct burnline\nrevision " + std::to_string(revision) +
-                                       "\nexpires " + expires + "\n" + lines);
-        Sign("list.txt", key, more);
+        fs::create_directories(home);
+        fs::copy_file(Key(), home / "BNLUpdate.pub");
     }
 
     /// Runs what is asked of the updater to its event; its words, "ok" without any, or "replaced" and so on.
@@ -117,9 +55,7 @@ protected:
     }
     std::string Check(const std::string& manner = "well", std::int32_t revision = 1, const std::string& scheme = "http")
     {
-        return Await([=, this](Updater& one) {
-            one.Check(scheme + "://127.0.0.1:" + port + "/" + manner + "/list.txt", revision);
-        });
+        return Await([=, this](Updater& one) { one.Check(Url(manner, scheme), revision); });
     }
     std::string Download()
     {
@@ -136,15 +72,10 @@ protected:
             if (one.CheckDone) QTimer::singleShot(0, [&one] { one.DownloadDone(1, "nothing"); });
         });
     }
-    std::string Requests() const { return ReadAll(web / "requests.log"); }
-
     /// Names in the program's directory that a refused list must not have changed.
     std::size_t FilesAtHome() const { return std::distance(fs::directory_iterator(home), fs::directory_iterator()); }
 
-    QTemporaryDir temp;
-    const fs::path home, web;
-    std::unique_ptr<ChildProcess> server;
-    std::string port;
+    const fs::path home;
     std::unique_ptr<NetUpdater> updater_;
 };
 
@@ -194,6 +125,9 @@ TEST_F(ServerOfUpdates, goes_on_where_a_download_was_cut_off)
     Publish(Offer("A.HEX", bytes, "cut"));
     ASSERT_EQ(Check(), "1 new");
     EXPECT_TRUE(Download().starts_with("1 A.HEX: ")) << "cut in the middle";
+    Publish(Offer("A.HEX", bytes, "broken"));
+    ASSERT_EQ(Check(), "1 new");
+    EXPECT_TRUE(Download().starts_with("1 A.HEX: ")) << "out of order for a while";
     const std::string lines = Offer("A.HEX", bytes);
     Publish(lines);
     ASSERT_EQ(Check(), "1 new");
@@ -207,6 +141,16 @@ TEST_F(ServerOfUpdates, goes_on_where_a_download_was_cut_off)
     EXPECT_EQ(ReadAll(home / "A.HEX"), bytes);
     updater_.reset();
     EXPECT_EQ(Previous(), "1 nothing");
+
+    // All has arrived and the program ended ahead of looking at it: the server isn't asked again.
+    fs::remove(home / "A.HEX");
+    fs::create_directories(home / "BNLUpdate.staging");
+    WriteAll(home / "BNLUpdate.staging" / (Digest(bytes) + ".part"), bytes);
+    ASSERT_EQ(Check(), "1 new");
+    const std::string before = Requests();
+    EXPECT_EQ(Download(), "ok");
+    EXPECT_EQ(Requests(), before);
+    EXPECT_EQ(Replace(), "ok");
 
     // What is there of a part is of another file: the server is asked for the whole once more.
     fs::remove(home / "A.HEX");
@@ -236,7 +180,7 @@ TEST_F(ServerOfUpdates, that_fails_is_told_in_words_and_changes_nothing)
     EXPECT_NE(Check("endless").find("more than was announced"), std::string::npos) << "a list of 10 GB";
 
     for (const char* manner : {"endless", "silent", "broken", "elsewhere", "cut"}) {
-        Publish(Offer("A.HEX", std::string(50000, 'a'), manner));
+        Publish(Offer("A.HEX", std::string(50000, 'a') + manner, manner));
         ASSERT_EQ(Check(), "1 new");
         EXPECT_TRUE(Download().starts_with("1 A.HEX: ")) << manner;
     }
@@ -249,7 +193,7 @@ TEST_F(ServerOfUpdates, that_fails_is_told_in_words_and_changes_nothing)
     ASSERT_EQ(Check(), "1 new");
     EXPECT_NE(Download().find("neither http nor https"), std::string::npos);
     EXPECT_FALSE(fs::exists(home / "A.HEX"));
-    server.reset();
+    GoAway();
     EXPECT_TRUE(Check().starts_with("30006 ")) << "nobody is there";
 }
 
@@ -324,7 +268,7 @@ TEST_F(ServerOfUpdates, with_an_expired_certificate_is_refused)
     const QString key = QString::fromStdString(Path("web.key")), certificate = QString::fromStdString(Path("web.pem"));
     const QString request = QString::fromStdString(Path("web.csr")), settings = QString::fromStdString(Path("ca.cnf"));
     WriteAll(Path("ca.cnf"), "[ca]\ndefault_ca=own\n[own]\ndatabase=" + Path("index") + "\nserial=" + Path("serial") +
-                                 "\nnew_certs_dir=" + temp.path().toStdString() +
+                                 "\nnew_certs_dir=" + Path("") +
                                  "\ndefault_md=sha256\npolicy=any\nx509_extensions=host\n[any]\ncommonName=supplied\n"
                                  "[host]\nsubjectAltName=IP:127.0.0.1\nbasicConstraints=CA:TRUE\n");
     Execute(u"openssl"_qs,

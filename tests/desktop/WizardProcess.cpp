@@ -17,7 +17,8 @@ constexpr unsigned long lookAgainMs = 20;
 
 }  // namespace
 
-WizardProcess::WizardProcess(const std::filesystem::path& home, std::function<void()> prepare)
+WizardProcess::WizardProcess(const std::filesystem::path& home, std::function<void()> prepare,
+                             const std::filesystem::path& program)
 {
     child_.prepare = std::move(prepare);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -26,7 +27,7 @@ WizardProcess::WizardProcess(const std::filesystem::path& home, std::function<vo
     environment.insert("QT_QPA_GENERIC_PLUGINS", "user");
     environment.insert("QT_PLUGIN_PATH", USER_PLUGINS);
     child_.Process().setProcessEnvironment(environment);
-    child_.Start(BURNLINE_PROGRAM, {});
+    child_.Start(QString::fromStdString(program.string()), {});
 }
 
 QJsonObject WizardProcess::Ask(const std::string& command)

@@ -23,8 +23,9 @@ struct Seen {
 
 class WizardProcess {
 public:
-    /// Starts the program in a directory; `prepare` runs in its process ahead of it.
-    explicit WizardProcess(const std::filesystem::path& home, std::function<void()> prepare = {});
+    /// Starts the program, or a copy of it, in a directory; `prepare` runs in its process ahead of it.
+    explicit WizardProcess(const std::filesystem::path& home, std::function<void()> prepare = {},
+                           const std::filesystem::path& program = BURNLINE_PROGRAM);
 
     Seen See(const std::string& name);
     void Click(const std::string& name, double seconds = 10);

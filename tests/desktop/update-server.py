@@ -22,6 +22,12 @@ class Server(http.server.BaseHTTPRequestHandler):
         with open(ROOT / "requests.log", "a", encoding="utf-8") as log:
             log.write(f"{self.path} {self.headers.get('Range', '')}\n")
 
+    def handle(self):
+        try:
+            super().handle()
+        except ConnectionError:  # the other side has had enough
+            pass
+
     def send(self, status, body, headers=()):
         self.send_response(status)
         for name, value in headers:
@@ -37,10 +43,7 @@ class Server(http.server.BaseHTTPRequestHandler):
             body = (ROOT / name).read_bytes()
         except OSError:
             return self.send(404, b"<html><script>not a file</script></html>")
-        try:
-            getattr(self, manner)(body, name)
-        except (BrokenPipeError, ConnectionResetError):
-            self.close_connection = True
+        getattr(self, manner)(body, name)
 
     def well(self, body, name):
         part = re.fullmatch(r"bytes=(\d+)-", self.headers.get("Range", ""))
@@ -64,6 +67,17 @@ class Server(http.server.BaseHTTPRequestHandler):
     def silent(self, body, name):
         self.send(200, body[: len(body) // 2], [("Content-Length", str(len(body)))])
         time.sleep(20)
+
+    def mute(self, body, name):
+        self.log_message()
+        time.sleep(60)
+
+    def held(self, body, name):
+        """Answers when the test lets go, and says when it has."""
+        self.log_message()
+        while not (ROOT / "let-go").exists():
+            time.sleep(0.01)
+        self.well(body, name)
 
     def slow(self, body, name):
         self.send(200, b"", [("Content-Length", str(len(body)))])

@@ -122,7 +122,7 @@ TEST_F(ServerOfUpdates, is_filled_by_the_tool_that_makes_lists)
 TEST_F(ServerOfUpdates, goes_on_where_a_download_was_cut_off)
 {
     const std::string bytes = std::string(100000, 'a') + std::string(100000, 'b');
-    Publish(Offer("A.HEX", bytes, "mumbled"));
+    Publish(Offer("A.HEX", bytes, "cut"));
     ASSERT_EQ(Check(), "1 new");
     EXPECT_TRUE(Download().starts_with("1 A.HEX: ")) << "cut in the middle";
     Publish(Offer("A.HEX", bytes, "broken"));

@@ -13,7 +13,6 @@ import time
 import urllib.parse
 
 ROOT = pathlib.Path(sys.argv[1])
-hung_up = set()
 
 
 class Server(http.server.BaseHTTPRequestHandler):
@@ -63,14 +62,6 @@ class Server(http.server.BaseHTTPRequestHandler):
 
     def cut(self, body, name):
         self.send(200, body[: len(body) // 2], [("Content-Length", str(len(body)))])
-        self.close_connection = True
-
-    def mumbled(self, body, name):
-        """Hangs up at first, which makes the client ask again, and in the middle then."""
-        if self.path in hung_up:
-            return self.cut(body, name)
-        hung_up.add(self.path)
-        self.log_message()
         self.close_connection = True
 
     def silent(self, body, name):

@@ -118,7 +118,7 @@ void OnCheckDone(int newFiles, int errorCode, const std::string& errorText)
             Tell("There was an error checking for updates: " + errorText);
             Log("There was an error checking for updates: " + Escaped(errorText));
         } else if (newFiles > 0 || !errorText.empty()) {
-            if (!errorText.empty()) TellAndLog(errorText);
+            if (!errorText.empty() && !unattended) TellAndLog(errorText);
             if (newFiles > 0) OfferDownload(newFiles);
         } else if (!unattended) {
             Tell("No new versions found. Burnline is up-to-date.");

@@ -12,8 +12,8 @@ void CheckForUpdates();
 /// Ends, ahead of everything that reads the files, what an earlier run began to replace; a failure is told.
 void EndLeftReplacement();
 
-/// At program start: offers what an earlier run has downloaded, and checks by itself when the settings want it and there
-/// is a link.
+/// At program start: offers what an earlier run has downloaded, and checks by itself when the settings want it and
+/// there is a link.
 void CheckForUpdatesAtStart();
 
 /// A flash is about to begin: no box of an update may come between it and the antenna.

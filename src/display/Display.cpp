@@ -34,7 +34,9 @@ int PercentOf(double done, double whole)
     return percent > 100 ? 100 : static_cast<int>(text::RoundHalfEven(percent));
 }
 
-void ShowAllCommsTextUpdate(const std::string& words)
+namespace {
+
+void AddToTerminal(const std::string& words)
 {
     Control& terminal = frmWizard.Text1;
     std::string& paused = frmWizard.sPausedOutput;
@@ -42,15 +44,25 @@ void ShowAllCommsTextUpdate(const std::string& words)
     if (frmWizard.bOutputPaused) {
         paused += words;
         if (paused.size() > MaxCommsTextLength) paused.clear();
-    } else {
-        std::string shown = terminal.Text();
-        if (!paused.empty()) {
-            if (shown.size() + paused.size() > MaxCommsTextLength) shown.clear();
-            shown += paused;
-            paused.clear();
-        }
-        terminal.Text = shown + words;
+        return;
     }
+    std::string shown = terminal.Text();
+    if (!paused.empty()) {
+        if (shown.size() + paused.size() > MaxCommsTextLength) shown.clear();
+        shown += paused;
+        paused.clear();
+    }
+    terminal.Text = shown + words;
+}
+
+}  // namespace
+
+void ShowAllCommsTextUpdate(const std::string& words)
+{
+    // A serial port hands out so many bytes at most; a faster line must not break the terminal's bound with one piece.
+    constexpr std::size_t longestPiece = 1024;
+    for (std::size_t at = 0; at == 0 || at < words.size(); at += longestPiece)
+        AddToTerminal(words.substr(at, longestPiece));
     WriteLog(words);
 }
 

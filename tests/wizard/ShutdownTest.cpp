@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/wizard/WizardFixture.h"
 
 namespace {
@@ -125,6 +127,23 @@ TEST(Terminal, a_pause_holds_the_output_and_its_end_shows_it)
     Press(frmWizard.cmdPauseOrResume);
     EXPECT_EQ(frmWizard.Text1.Text(), "before meanwhile");
     EXPECT_TRUE(frmWizard.sPausedOutput.empty());
+}
+
+TEST(Terminal, stays_within_its_bound_however_much_comes_at_once)
+{
+    VirtualComputer world;
+    world.StartProgram();
+    const std::string flood(200'000, 'x');
+    for (const bool paused : {false, true, false}) {
+        if (paused != frmWizard.bOutputPaused) Press(frmWizard.cmdPauseOrResume);
+        world.Say(flood + "end");
+        world.RunFor(0.2);
+        EXPECT_LE(frmWizard.Text1.Text().size(), 28672u + 1024);
+        EXPECT_LE(frmWizard.sPausedOutput.size(), 28672u);
+    }
+    EXPECT_TRUE(frmWizard.Text1.Text().ends_with("end"));
+    const std::string log = world.Log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), 'x'), 600'000) << "the log holds everything";
 }
 
 }  // namespace

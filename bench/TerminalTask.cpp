@@ -35,7 +35,6 @@ public:
     TerminalWatch(Desktop& desktop, std::size_t bytes) : desktop_(desktop), text_(sim::FloodText(bytes))
     {
         constexpr std::size_t edge = 24;
-        head_ = text_.substr(0, edge);
         tail_ = text_.substr(text_.size() - edge);
         desktop.Window().findChild<QPlainTextEdit*>("Text1")->viewport()->installEventFilter(this);
         pulse_.setTimerType(Qt::PreciseTimer);
@@ -52,13 +51,15 @@ public:
 private:
     enum class Phase { Waiting, Asked, Flooded };
     static constexpr int pulseMs = 5;
+    static constexpr qint64 begun = 500;  // bytes in the log, more than an answer
 
     void Look()
     {
         switch (phase_) {
         case Phase::Waiting: return Begin();
         case Phase::Asked:
-            if (frmWizard.Text1.Text().find(head_) == std::string::npos) return;
+            // The text itself may have passed through the terminal and be gone again.
+            if (LogSize() < askedAt_ + begun) return;
             phase_ = Phase::Flooded;
             startWall_ = lastWall_ = Microseconds(CLOCK_MONOTONIC);
             startCpu_ = lastCpu_ = Microseconds(CLOCK_PROCESS_CPUTIME_ID);
@@ -73,6 +74,7 @@ private:
         if (!Session.bPortReady && ++patience_ * pulseMs < readyMs) return;
         SetStep(STEP_DIAGNOSTICS);
         phase_ = Phase::Asked;
+        askedAt_ = LogSize();
         MSComm1->Output("\n");
     }
 
@@ -119,11 +121,12 @@ private:
     static constexpr double pauseAt[] = {0.2, 0.4, 0.6, 0.7};  // shares of the flood
     Desktop& desktop_;
     const std::string text_;
-    std::string head_, tail_;
+    std::string tail_;
     QTimer pulse_;
     Phase phase_ = Phase::Waiting;
     int paints_ = 0, patience_ = 0, rest_ = restMs / pulseMs;
     std::size_t pauses_ = 0, most_ = 0;
+    qint64 askedAt_ = 0;
     double startWall_ = 0, startCpu_ = 0, lastWall_ = 0, lastCpu_ = 0, longest_ = 0, longestCpu_ = 0;
 };
 

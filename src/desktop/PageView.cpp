@@ -7,6 +7,18 @@
 
 #include "desktop/Looks.h"
 
+namespace {
+
+/// Not every dark desktop brings a colour for links that can be read on it.
+QColor LinkColor(const QPalette& palette)
+{
+    constexpr double readable = 4.5, share = 0.35;
+    const QColor ground = palette.color(QPalette::Base), link = palette.color(QPalette::Link);
+    return Contrast(ground, link) >= readable ? link : Mixed(link, ReadableOn(ground), share);
+}
+
+}  // namespace
+
 PageView::PageView(QWidget* parent) : QTextBrowser(parent)
 {
     setOpenLinks(false);
@@ -32,6 +44,7 @@ void PageView::ShowPage(const QString& path, const QString& anchor)
         }
         if (file.size() > longest) file.seek(file.size() - longest);
         const QByteArray bytes = file.read(longest);
+        document()->setDefaultStyleSheet(u"a { color: "_qs + LinkColor(palette()).name() + u"; }"_qs);
         document()->setBaseUrl(QUrl::fromLocalFile(page_));
         setHtml(Words({bytes.constData(), static_cast<std::size_t>(bytes.size())}));
     }

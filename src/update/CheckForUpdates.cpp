@@ -27,11 +27,6 @@ std::string Escaped(const std::string& words)
 
 void Log(const std::string& words) { WriteUpdatesLog("<br>..." + words + "</br>"); }
 
-void OpenUpdatesLogOnce()
-{
-    if (!IsUpdatesLogOpen()) OpenUpdatesLog();
-}
-
 void Tell(const std::string& words) { computer->MsgBox(words, Buttons::OK, Icon::None, Title); }
 
 bool Ask(const std::string& words, const std::string& title)
@@ -57,7 +52,7 @@ template <class Body>
 void Event(const std::string& origin, Body body)
 {
     Step(origin, [&body] {
-        OpenUpdatesLogOnce();
+        OpenUpdatesLog();
         body();
     });
     if (IsUpdatesLogOpen()) CloseUpdatesLog();
@@ -223,7 +218,7 @@ void CheckForUpdates()
         return;
     }
     Step("WOD_CheckForUpdates", [] {
-        OpenUpdatesLogOnce();
+        OpenUpdatesLog();
         LogHeading();
         const std::string url = GetSetting(SETTING_UPDATE_URL);
         SetSetting(SETTING_LAST_UPDATE, computer->Date());

@@ -34,8 +34,8 @@ protected:
         wizard->WaitForText("lblCommPortStatus", "COM port: COM7 ready");
     }
 
-    /// From "Welcome!" to the first line of a BRIX, whose flash needs neither versions nor parameters.
-    void FlashBrixUntilFirstLine()
+    /// From "Welcome!" to STEP_4 with a BRIX, whose flash needs neither versions nor parameters.
+    void ChooseBrix()
     {
         wizard->Click("cmdNav_2");
         wizard->Click("cmdNav_2");
@@ -46,6 +46,11 @@ protected:
         wizard->Click("optSerial");
         wizard->Click("cmdNav_2");
         wizard->WaitForText("lblFlashFile", "F61195A.HEX");
+    }
+
+    void FlashBrixUntilFirstLine()
+    {
+        ChooseBrix();
         wizard->Click("cmdNav_2");
         antenna->WaitFor("1 lines taken", 40);
     }

@@ -154,15 +154,7 @@ TEST_F(UpdateWindow, drops_a_check_when_a_flash_is_about_to_begin)
     StartProgram("True", "held");
     wizard->WaitUntil("the check is under way", [this] { return WasAsked("/held/list.txt"); });
     AwaitPortReady();
-    wizard->Click("cmdNav_2");
-    wizard->Click("cmdNav_2");
-    wizard->Focus("cboBoardToFlash");
-    wizard->PressKey("B");
-    wizard->WaitForText("cboBoardToFlash", "BRIX Antenna Main board");
-    wizard->Click("cmdNav_2");
-    wizard->Click("optSerial");
-    wizard->Click("cmdNav_2");
-    wizard->WaitForText("lblFlashFile", "F61195A.HEX");
+    ChooseBrix();
     EXPECT_FALSE(wizard->See("mnuUpdate").enabled);
     WriteAll(web / "let-go", "");
     wizard->WaitUntil("the answer is sent", [this] { return WasAsked("/held/list.txt \n/held/list.txt "); });

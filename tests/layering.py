@@ -7,7 +7,10 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # Ground floor first: a file includes only what stands above it in this list, or its own floor.
 FLOORS = ["text", "platform", "frame/SessionState", "frame/Wizard", "frame/Round", "forms", "persistence", "display", "link",
-          "knowledge", "flash", "diagnostics", "update", "wizard", "frame/ModeTable", "frame/StartUp", "desktop"]
+          "knowledge", "flash", "diagnostics", "update", "wizard", "frame/ModeTable", "frame/StartUp", "host", "console", "desktop"]
+# Two front ends on one host: neither knows the other.
+FRONT_ENDS = ("console/", "desktop/")
+OUTSIDE_THE_CORE = ("host/",) + FRONT_ENDS
 # The platform's own twins: nobody in the core asks for one system's files.
 STANDARD = re.compile(r"^[a-z_]+$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
@@ -40,14 +43,17 @@ def main():
                 continue
             checked += 1
             kind, included = match.groups()
-            if name.startswith("desktop/"):
+            if name.startswith(FRONT_ENDS) and included.startswith(FRONT_ENDS):
+                if included.split("/")[0] != name.split("/")[0]:
+                    fail(name, included, "a front end doesn't know the other one")
+            if name.startswith(FRONT_ENDS) or (name.startswith("host/") and not included.startswith(FRONT_ENDS)):
                 continue
             if kind == '"':
                 other = floor(included)
                 if other is None or other > own:
                     fail(name, included, "an include runs upward; the floors are: " + ", ".join(FLOORS))
                 if included.startswith("platform/posix/") and not name.startswith("platform/"):
-                    fail(name, included, "only platform/ and desktop/ know which system they are on")
+                    fail(name, included, "only platform/ and the front ends know which system they are on")
             elif not name.startswith("platform/posix/") and not STANDARD.match(included):
                 fail(name, included, "the core uses the standard library only")
     for source in sorted(list(ROOT.glob("simulator/**/*.h")) + list(ROOT.glob("simulator/**/*.cpp"))):

@@ -9,7 +9,7 @@
 #include <map>
 #include <vector>
 
-#include "desktop/CaughtFailure.h"
+#include "host/CaughtFailure.h"
 #include "desktop/ShownControl.h"
 #include "forms/Control.h"
 

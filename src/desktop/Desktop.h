@@ -4,11 +4,11 @@
 #include <deque>
 
 #include "desktop/Binder.h"
-#include "desktop/CaughtFailure.h"
+#include "host/CaughtFailure.h"
 #include "desktop/DesktopComputer.h"
 #include "desktop/FormDialog.h"
 #include "desktop/NetUpdater.h"
-#include "desktop/Ports.h"
+#include "host/Ports.h"
 #include "desktop/WizardWindow.h"
 #include "platform/posix/PosixSerialControl.h"
 

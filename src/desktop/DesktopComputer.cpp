@@ -1,34 +1,15 @@
 #include "desktop/DesktopComputer.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 #include <QNetworkInformation>
 #include <QNetworkInterface>
-#include <QStandardPaths>
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "desktop/Dialogs.h"
 #include "desktop/Looks.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "frame/Wizard.h"
-#include "platform/posix/PosixMachine.h"
-#include "wizard/frmWizard_Events.h"
 
 namespace {
-
-void FollowTimer(QTimer& timer, bool runs, int interval)
-{
-    if (runs == timer.isActive() && (!runs || timer.interval() == interval)) return;
-    if (runs)
-        timer.start(interval);
-    else
-        timer.stop();
-}
 
 bool IsOutward(const QNetworkInterface& link)
 {
@@ -57,95 +38,15 @@ struct Modal {
 
 }  // namespace
 
-std::string FindProgramDirectory()
-{
-    QString directory = qEnvironmentVariable("BURNLINE_HOME");
-    const QDir own(QCoreApplication::applicationDirPath());
-    const bool portable = own.exists(u"FLASHCFG.TXT"_qs) || own.exists(u"Burnline.ini"_qs);
-    if (directory.isEmpty())
-        directory = portable ? own.path() : QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-    QDir().mkpath(directory);  // where this fails, the log can't be opened, and that is told
-    return QFileInfo(directory).absoluteFilePath().toStdString();
-}
-
-DesktopComputer::DesktopComputer(std::string directory, Binder& binder, CaughtFailure& caught, Ports& ports,
+DesktopComputer::DesktopComputer(const std::string& directory, Binder& binder, CaughtFailure& caught, Ports& ports,
                                  PosixSerialControl& port)
-    : directory_(std::move(directory)), binder_(binder), caught_(caught), ports_(ports), port_(port), watch_(port)
+    : HostComputer(directory, caught, ports, port), binder_(binder)
 {
-    for (QTimer* timer : {&timer1_, &timer2_}) timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer1_, &QTimer::timeout, [this] { caught_.Run(Timer1_Timer); });
-    QObject::connect(&timer2_, &QTimer::timeout, [this] { caught_.Run(Timer2_Timer); });
-    sinceDispatch_.start();
 }
 
-// --- time and events -------------------------------------------------------------------------------------------------
-
-/// Timer2 only counts a delay down, so it sleeps while there is none.
-void DesktopComputer::FollowTimers()
-{
-    FollowTimer(timer1_, frmWizard.Timer1.Enabled && frmWizard.Timer1.Value > 0, frmWizard.Timer1.Value);
-    const bool counts = frmWizard.Timer2.Enabled && frmWizard.Timer2.Value > 0 && Session.iDelayTicks > 0;
-    FollowTimer(timer2_, counts, frmWizard.Timer2.Value);
-}
-
-void DesktopComputer::DoEvents()
-{
-    constexpr qint64 apartMs = 5;  // it is called for each line of a file that is tested
-    if (sinceDispatch_.elapsed() < apartMs) return;
-    FollowTimers();
-    binder_.PaintOverdue();
-    Dispatch();
-}
-
-void DesktopComputer::Dispatch()
-{
-    QCoreApplication::processEvents();
-    sinceDispatch_.restart();
-    caught_.Raise();
-}
-
-void DesktopComputer::WaitForEvent()
-{
-    FollowTimers();
-    // The core has had its turn: what it had to send is on its way, and painting costs the antenna nothing.
-    binder_.PaintInTurn();
-    watch_.Arm();
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    sinceDispatch_.restart();
-    caught_.Raise();
-}
-
-void DesktopComputer::WaitForUser()
-{
-    FollowTimers();
-    binder_.Paint();
-    watch_.ArmForOutput();
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    caught_.Raise();
-}
-
-void DesktopComputer::Sleep(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
-
-double DesktopComputer::Seconds()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-std::string DesktopComputer::DateAndTime()
-{
-    return QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_qs).toStdString();
-}
-
-std::string DesktopComputer::Date() { return QDate::currentDate().toString(Qt::ISODate).toStdString(); }
-
-// --- the user --------------------------------------------------------------------------------------------------------
-
-/// What the core changed ahead of a dialog is seen behind it; while it is open nobody reads the port.
 QWidget* DesktopComputer::PrepareDialog()
 {
-    FollowTimers();
-    binder_.Paint();
-    watch_.ArmForOutput();
+    PrepareQuestion();
     QWidget* window = binder_.WindowOf(frmWizard.Self);
     return window && window->isVisible() ? window : nullptr;
 }
@@ -176,29 +77,11 @@ std::optional<std::string> DesktopComputer::SaveDialog(const FileDialog& dialog)
 
 void DesktopComputer::ShowHelp(int topic, const std::string& section)
 {
-    if (!help_) help_ = std::make_unique<HelpWindow>(HelpWindow::FindFolder(Words(directory_)));
+    if (!help_) help_ = std::make_unique<HelpWindow>(HelpWindow::FindFolder(Words(ProgramDirectory())));
     help_->ShowTopic(topic, Words(section));
 }
 
 void DesktopComputer::CloseHelp() { help_.reset(); }
-
-// --- the machine -----------------------------------------------------------------------------------------------------
-
-std::string DesktopComputer::ProgramDirectory() { return directory_; }
-
-bool DesktopComputer::PrevInstance()
-{
-    lock_ = std::make_unique<QLockFile>(QString::fromStdString(directory_) + u"/Burnline.lock"_qs);
-    lock_->setStaleLockTime(0);  // however old: only the lock of a dead process gives way
-    // A directory that can't be written holds no lock of anybody; that it can't is told when the log is opened.
-    return !lock_->tryLock(0) && lock_->error() == QLockFile::LockFailedError;
-}
-
-void DesktopComputer::SetHighPriority(bool high)
-{
-    constexpr int steps = 10;
-    RaiseNiceness(high ? steps : 0);
-}
 
 bool DesktopComputer::InternetConnected()
 {
@@ -209,12 +92,3 @@ bool DesktopComputer::InternetConnected()
     const auto links = QNetworkInterface::allInterfaces();
     return std::any_of(links.begin(), links.end(), IsOutward);
 }
-
-int DesktopComputer::TestCommPort(int port)
-{
-    return ports_.DeviceOf(port).empty() ? PORT_MISSING : port_.TestPort(port);
-}
-
-PortInfo DesktopComputer::DescribeCommPort(int port) { return ports_.Describe(port); }
-
-std::string DesktopComputer::Revision() { return BURNLINE_REVISION; }

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "desktop/Binder.h"
-#include "desktop/CaughtFailure.h"
+#include "host/CaughtFailure.h"
 
 namespace Ui {
 class frmWizard;

@@ -66,6 +66,21 @@ void CheckS19File(const std::string& fileName, std::int32_t addressBias, bool fi
     RunFileTest(test);
 }
 
+void CheckS19Records(const std::string& fileName)
+{
+    bool holdsData = false;
+    FileTest test;
+    test.fileName = fileName;
+    test.isRecord = [](const std::string& line) { return IsSRecord(line); };
+    test.test = [&](const std::string& line) {
+        const SRecord record = ParseSRecord(line);
+        if (!record.checksumFits) throw std::invalid_argument("the checksum doesn't fit the data");
+        if (record.type >= 1 && record.type <= 3) holdsData = true;
+    };
+    test.wholeFault = [&] { return holdsData ? "" : "the file holds no data"; };
+    RunFileTest(test);
+}
+
 void CheckHexImageFile(const std::string& fileName, std::int32_t imageLength, std::int32_t addressBias,
                        std::int32_t lowestAddress, bool fillFirstImage, bool showProgress)
 {

@@ -8,6 +8,9 @@
 /// missing or corrupt is told, and the link stays idle.
 void StartFlash();
 
+/// Tests a file as the one that the board at hand is flashed with; sets bFlashFileBad when it can't be.
+void CheckFlashFile(const std::string& fileName);
+
 /// Tests a .HEX file record by record and tells the first bad one; sets bFlashFileBad.
 void CheckHexFile(const std::string& fileName);
 

@@ -14,6 +14,9 @@ void CheckS19File(const std::string& fileName, std::int32_t addressBias, bool fi
 void CheckHexImageFile(const std::string& fileName, std::int32_t imageLength, std::int32_t addressBias,
                        std::int32_t lowestAddress, bool fillFirstImage, bool showProgress);
 
+/// Tests all records of an .S19 file, whichever board it is for; sets bFlashFileBad.
+void CheckS19Records(const std::string& fileName);
+
 /// Loads the new boot loader of board 1 into BootUpgradeImage. False, and told, when its file is missing or can't be
 /// used.
 bool SetupBootloaderUpgrade();

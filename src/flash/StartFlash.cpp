@@ -82,11 +82,8 @@ bool FlashFilesAreSound(const Board& board)
     if (!IsThere(file, "StartFlash, after Dir(" + file + " failed.")) return false;
     WriteLogLine("++>Checksumming flash file: " + file);
     frmWizard.lblBytesSent[0].Caption = "Record:";
-    if (board.group == BoardGroup::Line) {
-        if (!IsSettingTrue(SETTING_DRY_RUN)) CheckHexFile(file);
-        return !Session.bFlashFileBad;
-    }
-    TestImageFile(file);
+    if (board.group != BoardGroup::Line || !IsSettingTrue(SETTING_DRY_RUN)) CheckFlashFile(file);
+    if (board.group == BoardGroup::Line) return !Session.bFlashFileBad;
     if (!Session.bFlashFileBad && !Session.sFlashFileName.empty()) TestSecondFile(Session.sFlashFileName);
     if (!Session.bFlashFileBad && board.group == BoardGroup::Block) TestBootloaderFile(Session.sNewRFBootloaderFile);
     return !Session.bFlashFileBad;
@@ -135,6 +132,14 @@ void AwaitReset(const Board& board)
 }
 
 }  // namespace
+
+void CheckFlashFile(const std::string& fileName)
+{
+    if (BoardOf(Session.iBoardType).group == BoardGroup::Line)
+        CheckHexFile(fileName);
+    else
+        TestImageFile(fileName);
+}
 
 void StartFlash()
 {

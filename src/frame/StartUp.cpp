@@ -53,7 +53,7 @@ void UnloadAllForms()
         form->Visible = false;
 }
 
-void RunProgram()
+void RunProgram(const std::function<void()>& prepare)
 {
     if (computer->PrevInstance()) {
         ShowMsgBox(28, "");
@@ -63,6 +63,8 @@ void RunProgram()
         EndLeftReplacement();
         GetDefaultValues();
         if (IsExitRequested()) return;  // the settings can't be used, and the user has read why
+        if (prepare) prepare();
+        if (IsExitRequested()) return;
         ConnectForms();
         FormLoad();
         if (!IsExitRequested()) CheckForUpdatesAtStart();
@@ -72,12 +74,12 @@ void RunProgram()
 
 }  // namespace
 
-MainEnd Main()
+MainEnd Main(const std::function<void()>& prepare)
 {
     SetExitRequested(false);
     Session.bUpdateCheckRunning = false;
     try {
-        RunProgram();
+        RunProgram(prepare);
     } catch (...) {
         std::string detail;
         const int number = FailureNumber(detail);

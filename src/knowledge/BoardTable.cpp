@@ -69,6 +69,20 @@ constexpr std::array<const char*, 7> otherBoards{
     "KELP Control Panel", "Dockside Link Box", "Roaming Tuner",
 };
 
+// clang-format off
+/// iBoardType of each entry of the two lists.
+constexpr std::array singleBoardTypes{
+    2,  3,  4,             // CORA
+    5,  6, 11,  5, 6, 11,  // DUNE DX, ST
+    8,  9, 11,             // ERIS
+    10, 9, 11, 10, 9, 11,  // FJOR DX, ST
+    7,  6, 11,  7, 6, 11,  // ALDA DX, ST
+    12, 13, 11,            // BRIX
+};
+constexpr std::array otherBoardTypes{14, 18, 18, 19, 17, 16, 15};
+// clang-format on
+static_assert(singleBoardTypes.size() == singleBoards.size() && otherBoardTypes.size() == otherBoards.size());
+
 }  // namespace
 
 const Board& BoardOf(int type)
@@ -86,6 +100,14 @@ std::string BoardName(int index, unsigned table)
     if (table == 0 && index >= 1 && at < singleBoards.size()) return singleBoards[at];
     if (table == 1 && index >= 1 && at < otherBoards.size()) return otherBoards[at];
     return {};
+}
+
+int BoardTypeOf(int index, unsigned table)
+{
+    const auto at = static_cast<std::size_t>(index - 1);
+    if (table == 0 && index >= 1 && at < singleBoardTypes.size()) return singleBoardTypes[at];
+    if (table == 1 && index >= 1 && at < otherBoardTypes.size()) return otherBoardTypes[at];
+    return boards.back().type;
 }
 
 std::string BoardNameForLog()

@@ -56,6 +56,9 @@ bool HasVersions(int type);
 /// The entries of the two board lists: table 0 numbers 1 to 27, table 1 numbers 1 to 7; empty for any other.
 std::string BoardName(int index, unsigned table);
 
+/// iBoardType of such an entry; 22 for any other.
+int BoardTypeOf(int index, unsigned table);
+
 /// The board's name as log and messages give it. The lists aren't numbered like the boards, so that type 2 is called
 /// "CORA Motor Controller board" here; that is on purpose.
 std::string BoardNameForLog();

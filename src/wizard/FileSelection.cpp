@@ -5,6 +5,7 @@
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
 #include "frame/Wizard.h"
+#include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
@@ -16,21 +17,7 @@ constexpr int NoBoard = 22;
 
 constexpr const char* NormalLink = "9600,N,8,1";
 
-// clang-format off
-/// iBoardType of each entry of cboBoardToFlash.
-constexpr std::array<int, 28> singleCableBoards{
-    NoBoard,
-    2,  3,  4,             // CORA
-    5,  6, 11,  5, 6, 11,  // DUNE DX, ST
-    8,  9, 11,             // ERIS
-    10, 9, 11, 10, 9, 11,  // FJOR DX, ST
-    7,  6, 11,  7, 6, 11,  // ALDA DX, ST
-    12, 13, 11,            // BRIX
-};
-// clang-format on
-
 struct OtherBoard {
-    int type;
     bool showPortChoice;
     const char* link;
     bool noDelay;  // a fast board: nothing is paced
@@ -38,13 +25,13 @@ struct OtherBoard {
 
 /// Each entry of cboOtherBoard, behind the empty one.
 constexpr std::array<OtherBoard, 7> otherBoards{{
-    {14, false, "38400,N,8,1", true},
-    {18, false, NormalLink, false},
-    {18, false, NormalLink, false},
-    {19, false, NormalLink, false},
-    {17, false, NormalLink, false},
-    {16, true, NormalLink, false},
-    {15, true, NormalLink, false},
+    {false, "38400,N,8,1", true},
+    {false, NormalLink, false},
+    {false, NormalLink, false},
+    {false, NormalLink, false},
+    {false, NormalLink, false},
+    {true, NormalLink, false},
+    {true, NormalLink, false},
 }};
 
 /// While it lives the lists change by program, and their handlers keep still.
@@ -69,12 +56,11 @@ void ChooseNothing()
 /// The board behind an entry of cboBoardToFlash is taken.
 void TakeSingleCableBoard(int index)
 {
-    const auto at = static_cast<std::size_t>(index);
     ResetFlashConfig();
     SetLinkSettings(NormalLink);
     RestoreTransmitDelay();
     frmWizard.bShowPortChoice = true;
-    Session.iBoardType = at < singleCableBoards.size() ? singleCableBoards[at] : NoBoard;
+    Session.iBoardType = BoardTypeOf(index, 0);
     SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[2]);
 }
 
@@ -82,13 +68,13 @@ void TakeSingleCableBoard(int index)
 void TakeOtherBoard(int index)
 {
     const auto at = static_cast<std::size_t>(index - 1);
-    const OtherBoard board = at < otherBoards.size() ? otherBoards[at] : OtherBoard{NoBoard, false, NormalLink, false};
+    const OtherBoard board = at < otherBoards.size() ? otherBoards[at] : OtherBoard{false, NormalLink, false};
     ResetFlashConfig();
     SetLinkSettings(board.link);
     RestoreTransmitDelay();
     if (board.noDelay) SetSetting(SETTING_TRANSMIT_DELAY, "0");
     frmWizard.bShowPortChoice = board.showPortChoice;
-    Session.iBoardType = board.type;
+    Session.iBoardType = BoardTypeOf(index, 1);
     SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[3]);
 }
 

@@ -179,6 +179,8 @@ void cmdNav_Click(int index)
     }
 }
 
+void SkipParameters() { Session.bSkipParams = true; }
+
 void InitAntennaInfoVars()
 {
     Session.iPreflashCmdIdx = Session.iPostflashCmdIdx = 0;

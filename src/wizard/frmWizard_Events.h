@@ -29,3 +29,6 @@ void optBoardToFlash_Click(int index);
 void cboBoardToFlash_Click();
 void cboOtherBoard_Click();
 void cmdOverrideFile_Click();
+
+/// On STEP_4: the flash that Next starts neither reads the antenna's parameters nor restores them.
+void SkipParameters();

@@ -1,4 +1,4 @@
-#include "desktop/Ports.h"
+#include "host/Ports.h"
 
 #include <QSerialPortInfo>
 #include <QStringList>
@@ -74,6 +74,20 @@ std::string Ports::DeviceOf(int port)
 {
     Refresh();
     return table_.DeviceOf(port);
+}
+
+int Ports::PortOf(const std::string& device)
+{
+    Refresh();
+    std::error_code ignored;
+    for (int port = 1; port <= PortTable::LastPort; ++port) {
+        const std::string known = table_.DeviceOf(port);
+        if (!known.empty() && (known == device || fs::equivalent(known, device, ignored))) return port;
+    }
+    if (!fs::exists(device, ignored)) return 0;
+    const std::string name = LastingName(fs::absolute(device, ignored).string());
+    table_.Assign({name});
+    return table_.PortOf(name);
 }
 
 PortInfo Ports::Describe(int port)

@@ -1,4 +1,4 @@
-#include "desktop/PortWatch.h"
+#include "host/PortWatch.h"
 
 void PortWatch::Follow()
 {

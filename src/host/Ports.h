@@ -16,6 +16,10 @@ public:
     /// a second old, so that an adapter plugged in meanwhile is there.
     std::string DeviceOf(int port);
 
+    /// The COM number of a device, under whichever of its names; it gets one when it is there and has none. 0: it isn't
+    /// there, or no number is left.
+    int PortOf(const std::string& device);
+
     /// For the menu's tool tip, and how to get at a port that this user may not open.
     PortInfo Describe(int port);
 

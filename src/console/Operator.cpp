@@ -1,0 +1,414 @@
+#include "console/Operator.h"
+
+#include <QFileInfo>
+
+#include "forms/frmPickAntennaDialog.h"
+#include "forms/frmShowPostFlashCmds.h"
+#include "forms/frmWizard.h"
+#include "frame/Round.h"
+#include "frame/SessionState.h"
+#include "frame/Wizard.h"
+#include "knowledge/BoardTable.h"
+#include "persistence/INIUtilities.h"
+#include "platform/ProgramFiles.h"
+#include "text/Text.h"
+#include "wizard/frmWizard_Events.h"
+
+namespace {
+
+/// The session is over; nothing more is to be pressed.
+struct Over {};
+
+std::string Lines(const std::string& words) { return text::Replace(words, "\r", ""); }
+
+/// "COM7", "com7", "7".
+int PortNumber(const std::string& words)
+{
+    const std::string digits = text::StartsWith(words, "COM") ? words.substr(3) : words;
+    const bool isNumber = !digits.empty() && digits.find_first_not_of("0123456789") == std::string::npos;
+    return isNumber && digits.size() <= 3 ? static_cast<int>(text::Val(digits)) : 0;
+}
+
+bool PortIsOpen() { return Session.iCommID > 0; }
+
+bool IsOn(const Control& button) { return button.Visible && button.Enabled; }
+
+const AntennaRecord& RowInUse() { return Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx)); }
+
+}  // namespace
+
+Operator::Operator(const Options& options, ConsoleComputer& console, Ports& ports, Voice& voice)
+    : options_(options), console_(console), ports_(ports), voice_(voice), supply_(options.powerCycle)
+{
+}
+
+// --- the hands -------------------------------------------------------------------------------------------------------
+
+void Operator::Leave(int exitCode, const std::string& why)
+{
+    if (!why.empty()) voice_.Complain("refused", why);
+    console_.Leave(exitCode);
+    throw Over{};
+}
+
+void Operator::Next()
+{
+    if (!IsOn(frmWizard.cmdNav[2])) Leave(CodeOfStage(), "");
+    frmWizard.cmdNav[2].Click();
+    if (IsExitRequested()) throw Over{};
+}
+
+void Operator::Await(const std::function<bool()>& holds)
+{
+    while (!IsExitRequested() && !holds()) {
+        if (Session.iCommMode != STATE_IDLE) lastMode_ = Session.iCommMode;
+        ServePowerSwitch();
+        RunRound();
+    }
+    if (IsExitRequested()) throw Over{};
+}
+
+int Operator::CodeOfStage() const
+{
+    switch (stage_) {
+    case Stage::Port: return END_NO_PORT;
+    case Stage::Versions: return END_NOT_KNOWN;
+    case Stage::File: return END_BAD_FILE;
+    case Stage::Restored: return END_DONE;
+    case Stage::Flash: break;
+    }
+    if (Session.bFlashFileBad) return END_BAD_FILE;
+    if (Session.iFlashPhase == FLASH_FINISHED) return END_PARAMS_OUT;
+    return lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_FLASH_FAILED;
+}
+
+// --- the antenna's power ---------------------------------------------------------------------------------------------
+
+void Operator::SwitchPower()
+{
+    ++cycles_;
+    switchSince_ = console_.Seconds();
+    supplyRan_ = true;
+    voice_.Tell("power", "Switching the antenna's power: " + supply_.Command());
+    supply_.Cycle();
+}
+
+/// What has become of the command is told once it has ended.
+void Operator::TellSupply()
+{
+    if (!supplyRan_ || supply_.IsSwitching()) return;
+    supplyRan_ = false;
+    switchSince_ = console_.Seconds();
+    const std::string problem = supply_.Problem();
+    if (problem.empty()) return;
+    voice_.Complain("power", "The command that switches the antenna's power has failed: " + problem + ".");
+    if (console_.IsUnattended()) Leave(CodeOfStage(), "");
+    voice_.Tell("power", "Please switch the antenna off, wait ten seconds, and switch it on again by hand.");
+}
+
+/// By hand it is the banner that asks. The antenna gets its time to store what came last; one that resets by itself is
+/// left alone as long as it may still do so.
+void Operator::ServePowerSwitch()
+{
+    constexpr double settleSeconds = 2, resetSeconds = 15, patienceSeconds = 90;
+    constexpr int mostCycles = 3;
+    const double now = console_.Seconds();
+    TellSupply();
+    const PowerSwitch wanted = WantedOfPowerSwitch();
+    if (wanted != switch_) {
+        switch_ = wanted;
+        switchSince_ = now;
+        cycles_ = 0;
+    }
+    if (wanted == PowerSwitch::LeaveAlone || !supply_.IsThere() || supply_.IsSwitching()) return;
+    const double due = cycles_ > 0 ? patienceSeconds : wanted == PowerSwitch::Cycle ? settleSeconds : resetSeconds;
+    if (now - switchSince_ < due) return;
+    if (cycles_ == mostCycles)
+        Leave(CodeOfStage(), "The antenna has not started after its power was switched three times.");
+    SwitchPower();
+}
+
+// --- the port --------------------------------------------------------------------------------------------------------
+
+void Operator::Prepare()
+{
+    int port = 0;
+    if (!options_.port.empty()) {
+        port = PortNumber(options_.port);
+        if (port == 0) port = ports_.PortOf(options_.port);
+        if (port == 0) {
+            voice_.Complain("refused",
+                            "There is no serial port " + options_.port + "; --list-ports shows what there is.");
+            return console_.Leave(END_NO_PORT);
+        }
+    } else if (!console_.IsUnattended()) {
+        std::vector<std::string> entries;
+        std::vector<int> numbers;
+        int standard = -1;
+        for (int number = 1; number <= PortTable::LastPort; ++number) {
+            if (console_.TestCommPort(number) == PORT_MISSING) continue;
+            if (text::Num(number) == GetSetting(SETTING_COMM_PORT)) standard = static_cast<int>(numbers.size());
+            entries.push_back("COM" + text::Num(number) + "  " + console_.DescribeCommPort(number).toolTip);
+            numbers.push_back(number);
+        }
+        if (entries.empty()) return;  // that there is none is told when the forms are loaded
+        if (standard < 0 && entries.size() == 1) standard = 0;
+        const int picked = console_.Ask().PickFromList("Serial port", entries, standard);
+        if (picked < 0) return IsExitRequested() ? void() : console_.Leave(END_CANCELLED);
+        port = numbers[static_cast<std::size_t>(picked)];
+    }
+    if (port != 0) SetSetting(SETTING_COMM_PORT, text::Num(port));
+}
+
+/// Another port than the one that can't be opened, from the menu.
+void Operator::ChoosePort()
+{
+    mnuCommPort_Open();
+    std::vector<std::string> entries;
+    for (int index = 1; index < frmWizard.mnuCommPort_Item.size(); ++index)
+        if (frmWizard.mnuCommPort_Item[index].Visible)
+            entries.push_back(frmWizard.mnuCommPort_Item[index].Caption() + "  " +
+                              frmWizard.mnuCommPort_Item[index].ToolTipText());
+    if (console_.IsUnattended() || !options_.port.empty() || entries.empty()) {
+        const std::string remedy = console_.DescribeCommPort(Session.iCommPort).remedy;
+        Leave(END_NO_PORT, remedy);
+    }
+    const int picked = console_.Ask().PickFromList("Serial port", entries, -1);
+    if (IsExitRequested()) throw Over{};
+    if (picked < 0) Leave(END_CANCELLED, "");
+    mnuCommPort_Item_Click(picked + 1);
+}
+
+/// A quiet antenna answers to Enter. One that is off, or sits in its boot loader, speaks when its power comes.
+void Operator::AwaitFirstWord()
+{
+    constexpr double enterEvery = 3, hintAfter = 5, switchAfter = 10, patience = 30;
+    constexpr int enter = 13;
+    double start = console_.Seconds(), lastEnter = start;
+    bool hinted = false, switched = false;
+    Await([&] {
+        if (IsOn(frmWizard.cmdNav[2])) return true;
+        if (!PortIsOpen()) return true;
+        const double now = console_.Seconds();
+        if (now - lastEnter >= enterEvery && !supply_.IsSwitching()) {
+            lastEnter = now;
+            frmWizard.txtSendCmd.KeyPress(enter);
+        }
+        if (now - start >= hintAfter && !hinted) {
+            hinted = true;
+            voice_.Tell("status", "Nothing has come from the antenna yet. Switch it on, and check the cable.");
+        }
+        if (now - start >= switchAfter && !switched && supply_.IsThere()) {
+            switched = true;
+            SwitchPower();
+        }
+        if (supply_.IsSwitching()) start = now;
+        if (now - start >= patience && console_.IsUnattended())
+            Leave(END_NOT_KNOWN, "Nothing has come from the antenna on COM" + text::Num(Session.iCommPort) + ".");
+        return false;
+    });
+}
+
+void Operator::AwaitPort()
+{
+    stage_ = Stage::Port;
+    while (!IsOn(frmWizard.cmdNav[2])) {
+        while (!PortIsOpen()) ChoosePort();
+        stage_ = Stage::Versions;
+        AwaitFirstWord();
+    }
+    stage_ = Stage::Versions;
+}
+
+// --- the board -------------------------------------------------------------------------------------------------------
+
+void Operator::GoToVersions()
+{
+    const std::vector<BoardChoice> boards = AllBoards();
+    const BoardChoice* board = &boards.front();
+    std::string why;
+    if (!options_.board.empty()) {
+        board = FindBoard(boards, options_.board, why);
+    } else if (!console_.IsUnattended()) {
+        std::vector<std::string> names;
+        for (const BoardChoice& choice : boards) names.push_back(choice.name);
+        const int picked = console_.Ask().PickFromList("Board", names, 0);
+        if (IsExitRequested()) throw Over{};
+        if (picked < 0) Leave(END_CANCELLED, "");
+        board = &boards[static_cast<std::size_t>(picked)];
+    }
+    if (board == nullptr) Leave(END_USAGE, why);
+    while (frmWizard.iCurrentStep < STEP_2) Next();
+    ChooseBoard(*board);
+    voice_.Tell("board", "Board: " + board->name, {{"type", board->type}});
+    Next();  // returns when the versions are there, or it is known that they won't come
+    if (!Session.bFlashConfigLoaded) Leave(END_BAD_FILE, "");
+}
+
+void Operator::ChooseConnection()
+{
+    if (!frmWizard.bShowPortChoice) return;
+    int picked = options_.usb ? 1 : 0;
+    if (!options_.usb && !console_.IsUnattended())
+        picked = console_.Ask().Pick(Lines(frmWizard.lblPortSelect.Caption) + "\n",
+                                     {{frmWizard.optSerial.Caption, "r"}, {frmWizard.optUSB.Caption, "u"}}, 0);
+    if (IsExitRequested()) throw Over{};
+    if (picked < 0) Leave(END_CANCELLED, "");
+    (picked == 1 ? frmWizard.optUSB : frmWizard.optSerial).Click();
+}
+
+void Operator::PickAntenna()
+{
+    PickAntennaForm& dialog = frmPickAntennaDialog;
+    frmWizard.cmdPickAntenna.Click();
+    const std::vector<std::string> names = dialog.lstAntennas.List;
+    const int picked = options_.antenna.empty() ? console_.Ask().PickFromList("Antenna", names, -1)
+                                                : EntryMeant(options_.antenna, names);
+    if (IsExitRequested()) throw Over{};
+    if (picked < 0 && options_.antenna.empty()) return dialog.cmdCancel.Click();
+    if (picked < 0)
+        Leave(END_NOT_KNOWN, "FLASHCFG.TXT has no antenna \"" + options_.antenna +
+                                 "\", or more than one; --list-antennas has those that can be picked.");
+    dialog.lstAntennas.Select(picked);
+    if (!IsOn(dialog.cmdOK)) Leave(END_NOT_KNOWN, "");
+    dialog.cmdOK.Click();
+}
+
+void Operator::AwaitVersions()
+{
+    const auto known = [] { return IsOn(frmWizard.cmdNav[2]); };
+    const auto given = [] { return IsOn(frmWizard.cmdRetryGetVersions); };
+    ChooseConnection();
+    for (bool again = true; !known();) {
+        Await([&] { return known() || given(); });
+        if (known()) break;
+        if (!options_.antenna.empty()) {
+            PickAntenna();
+            continue;
+        }
+        int picked = again ? 0 : 2;
+        if (!console_.IsUnattended())
+            picked = console_.Ask().Pick(Lines(frmWizard.lblBoardVersion.Caption) + "\n",
+                                         {{frmWizard.cmdRetryGetVersions.Caption, "r"},
+                                          {frmWizard.cmdPickAntenna.Caption, "s"},
+                                          {"Cancel", "c"}},
+                                         0);
+        if (IsExitRequested()) throw Over{};
+        again = false;
+        if (picked == 0)
+            frmWizard.cmdRetryGetVersions.Click();
+        else if (picked == 1)
+            PickAntenna();
+        else
+            Leave(END_NOT_KNOWN, "");
+    }
+    if (options_.task != Task::Identify) return;
+    if (!HasVersions(Session.iBoardType)) Leave(END_NOT_KNOWN, "This board doesn't tell its version.");
+    RunRound();  // so that what was read is told
+    Leave(END_DONE, "");
+}
+
+// --- the file --------------------------------------------------------------------------------------------------------
+
+/// A flash file of the caller's own directory comes first, then one of the program's.
+void Operator::TakeFile(const std::string& path)
+{
+    const QFileInfo own(QString::fromStdString(path));
+    const std::string file = own.isFile() ? own.absoluteFilePath().toStdString() : path;
+    if (!ProgramFileExists(file)) Leave(END_BAD_FILE, "There is no file " + path + ".");
+    console_.fileToOpen = ProgramFile(file).string();
+    frmSelectFlashFileDialog_KeyDown(118, false, true, true);
+}
+
+/// The antenna that was named is the one that has answered.
+void Operator::CheckAntenna()
+{
+    const std::string& name = RowInUse().AntennaName;
+    if (options_.antenna.empty() || text::Holds(name, options_.antenna)) return;
+    Leave(END_NOT_KNOWN,
+          "This is \"" + name + "\" and not \"" + options_.antenna + "\". Leave out --antenna to flash what is there.");
+}
+
+void Operator::ConfirmFlash()
+{
+    if (console_.IsUnattended()) return;
+    if (options_.file.empty()) {
+        const std::string file = console_.Ask().AskForText("Flash file", Session.sFlashFile);
+        if (IsExitRequested()) throw Over{};
+        if (file != Session.sFlashFile) TakeFile(file);
+    }
+    const int picked = console_.Ask().Pick("Start the flash?", {{"Yes", "y"}, {"No", "n"}}, 0);
+    if (IsExitRequested()) throw Over{};
+    if (picked != 0) Leave(END_CANCELLED, "");
+}
+
+void Operator::ChooseFile()
+{
+    Next();
+    if (frmWizard.iCurrentStep != STEP_4) Leave(END_NOT_KNOWN, "");
+    CheckAntenna();
+    stage_ = Stage::File;
+    if (!options_.file.empty()) TakeFile(options_.file);
+    RunRound();  // so that the plan is told
+    ConfirmFlash();
+    if (options_.skipParameters) SkipParameters();
+}
+
+// --- the flash -------------------------------------------------------------------------------------------------------
+
+void Operator::Flash()
+{
+    stage_ = Stage::Flash;
+    lastMode_ = STATE_IDLE;
+    Session.iFlashPhase = FLASH_RUNNING;
+    Next();
+    if (Session.iCommMode == STATE_IDLE) Leave(END_BAD_FILE, "");
+    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
+    if (!IsOn(frmWizard.cmdNav[2])) Leave(lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_BAD_FILE, "");
+}
+
+void Operator::Restore()
+{
+    Next();
+    if (frmWizard.iCurrentStep == STEP_FINISHED) return;
+    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
+    if (!IsOn(frmWizard.cmdNav[2])) Leave(END_PARAMS_OUT, "");
+    Next();
+}
+
+void Operator::Finish()
+{
+    RunRound();
+    const bool wanted = options_.skipParameters || BoardOf(Session.iBoardType).holdsNoParams;
+    const bool back = !Session.bSkipParams || wanted;
+    if (frmShowPostFlashCmds.Self.Visible)
+        voice_.Tell("commands", Lines(frmShowPostFlashCmds.lblInstructions.Caption) + "\n\n" +
+                                    Lines(frmShowPostFlashCmds.txtShowPostFlashCmds.Text));
+    if (Session.bSkipParams && supply_.IsThere()) {
+        const double since = console_.Seconds();
+        Await([&] { return console_.Seconds() - since >= 2; });  // it still stores what came last
+        SwitchPower();
+        Await([this] { return !supply_.IsSwitching(); });
+        TellSupply();
+    }
+    if (back) stage_ = Stage::Restored;
+    frmWizard.cmdNav[3].Click();
+}
+
+void Operator::Work()
+{
+    try {
+        if (!options_.log.empty()) console_.KeepLog();
+        if (IsSettingTrue(SETTING_DRY_RUN))
+            Leave(END_USAGE, "DryRunMode is on in Burnline.ini: nothing would be sent to the antenna.");
+        AwaitPort();
+        GoToVersions();
+        AwaitVersions();
+        ChooseFile();
+        Flash();
+        Restore();
+        Finish();
+    } catch (const Over&) {
+        // Why was told when it was decided.
+    }
+}

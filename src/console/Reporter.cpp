@@ -1,0 +1,112 @@
+#include "console/Reporter.h"
+
+#include "forms/frmWizard.h"
+#include "frame/SessionState.h"
+#include "platform/Computer.h"
+#include "platform/SerialControl.h"
+#include "text/Text.h"
+
+namespace {
+
+constexpr const char* stepNames[] = {"STEP_DIAGNOSTICS", "STEP_INTRO", "STEP_1", "STEP_2",       "STEP_3",
+                                     "STEP_4",           "STEP_5",     "STEP_6", "STEP_FINISHED"};
+
+bool IsTransferMode(int mode)
+{
+    return mode == STATE_SEND_BLOCKS || mode == STATE_SEND_LINES || mode == STATE_RF_BOOT_BLOCKS ||
+           mode == STATE_BOOT_UPGRADE || mode == STATE_SEND_RF7;
+}
+
+/// What a line of the present speed carries: 8N1 takes ten bits a byte.
+double BytesPerSecondOfTheLine() { return text::Val(MSComm1->Settings()) / 10; }
+
+}  // namespace
+
+Reporter::Reporter(Voice& voice)
+    : voice_(voice),
+      growing_{{frmWizard.txtStatus, "status"}, {frmWizard.txtParamsSent, "status"}},
+      replaced_{
+          {frmWizard.lblCommPortStatus, "port", -1, frmWizard.lblCommPortStatus.Caption},
+          {frmWizard.lblBoardVersion, "versions", STEP_3, {}},
+          {frmWizard.lblFlashFile, "file", STEP_4, {}},
+          {frmWizard.lblFlashStatus[0], "banner", STEP_5, {}},
+          {frmWizard.lblFlashStatus[1], "banner", STEP_6, {}},
+          {frmWizard.lblWaiting1, "status", STEP_6, frmWizard.lblWaiting1.Caption},
+          {frmWizard.lblPickAntennaInfo, "result", STEP_FINISHED, {}},
+          {frmWizard.lblLogFileInfo, "log", STEP_FINISHED, {}},
+      }
+{
+}
+
+void Reporter::Look()
+{
+    ShowProgress();
+    if (seen_ == FormsRevision) return;
+    seen_ = FormsRevision;
+    TellStep();
+    for (Growing& text : growing_) TellNewLines(text);
+    for (Replaced& text : replaced_) TellReplaced(text);
+}
+
+void Reporter::TellStep()
+{
+    if (step_ == frmWizard.iCurrentStep || !frmWizard.Self.Visible) return;
+    step_ = frmWizard.iCurrentStep;
+    voice_.Tell("step", "", {{"step", stepNames[step_]}});
+}
+
+void Reporter::TellNewLines(Growing& text)
+{
+    const std::string& words = text.box.Text;
+    if (words.size() < text.told) text.told = 0;  // it was emptied
+    const std::string fresh = words.substr(text.told);
+    text.told = words.size();
+    for (const std::string& line : text::Split(text::Replace(fresh, "\r", ""), "\n"))
+        if (!text::Trim(line).empty()) voice_.Tell(text.event, line);
+}
+
+void Reporter::TellReplaced(Replaced& text)
+{
+    if (text.step >= 0 && text.step != frmWizard.iCurrentStep) return;
+    if (!text.label.Visible || text.label.Caption() == text.told) return;
+    text.told = text.label.Caption;
+    if (!text::Trim(text.told).empty()) voice_.Tell(text.event, text.told);
+}
+
+/// The transfer's time runs from its first unit on; the rate is that of the last seconds.
+Progress Reporter::TransferNow()
+{
+    constexpr double rateOver = 5;
+    const double now = computer->Seconds();
+    if (!samples_.empty() && Session.lBytesSent < samples_.back().bytes) samples_.clear();  // it began again
+    if (samples_.empty() || now - samples_.back().seconds >= 0.1) samples_.push_back({now, Session.lBytesSent});
+    while (samples_.size() > 2 && now - samples_[1].seconds > rateOver) samples_.pop_front();
+
+    Progress progress;
+    progress.what = Session.iCommMode == STATE_BOOT_UPGRADE ? "Upgrading the boot loader" : "Flashing";
+    progress.percent = frmWizard.ProgressBar1.Value;
+    progress.seconds = Session.dFlashStart > 0 ? now - Session.dFlashStart : 0;
+    if (Session.iCommMode == STATE_BOOT_UPGRADE) return progress;
+    progress.bytes = Session.lBytesSent;
+    const Sample& oldest = samples_.front();
+    if (now - oldest.seconds >= 0.5) {
+        progress.rate = static_cast<double>(progress.bytes - oldest.bytes) / (now - oldest.seconds);
+        progress.lineShare = progress.rate * 100 / BytesPerSecondOfTheLine();
+    }
+    if (progress.percent > 0) progress.secondsLeft = progress.seconds * (100 - progress.percent) / progress.percent;
+    return progress;
+}
+
+void Reporter::ShowProgress()
+{
+    const bool transfer = IsTransferMode(Session.iCommMode);
+    if (transfer) voice_.Show(TransferNow());
+    if (!transfer && inTransfer_) {
+        voice_.EndProgress();
+        samples_.clear();
+    }
+    inTransfer_ = transfer;
+    // The test of the file.
+    if (!transfer && frmWizard.ProgressBar1.Value > 0 && text::Holds(frmWizard.lblProgressBar.Caption(), "File Check"))
+        voice_.Show({"Checking the file", frmWizard.ProgressBar1.Value});
+}

@@ -1,0 +1,52 @@
+#pragma once
+// Reads the forms as a user does, and tells what is new on them.
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "console/Voice.h"
+#include "forms/Control.h"
+
+class Reporter {
+public:
+    explicit Reporter(Voice& voice);
+
+    /// Tells what has changed since the last look.
+    void Look();
+
+private:
+    /// A text that grows by lines.
+    struct Growing {
+        const Control& box;
+        const char* event;
+        std::size_t told = 0;
+    };
+    /// A text that is replaced.
+    struct Replaced {
+        const Control& label;
+        const char* event;
+        int step;  // where it is in view; -1: everywhere
+        std::string told;
+    };
+
+    void TellStep();
+    void TellNewLines(Growing& text);
+    void TellReplaced(Replaced& text);
+    void ShowProgress();
+    Progress TransferNow();
+
+    Voice& voice_;
+    unsigned long seen_ = 0;
+    int step_ = -1;
+    std::vector<Growing> growing_;
+    std::vector<Replaced> replaced_;
+
+    /// Bytes sent at a moment, for the rate.
+    struct Sample {
+        double seconds;
+        long bytes;
+    };
+    std::deque<Sample> samples_;
+    bool inTransfer_ = false;
+};

@@ -1,0 +1,70 @@
+// burnline-flash: the same flash without a window, for a bench or a machine without a display.
+
+#include <QCoreApplication>
+#include <QMetaObject>
+
+#include "console/ConsoleComputer.h"
+#include "console/Lists.h"
+#include "console/Operator.h"
+#include "frame/StartUp.h"
+#include "platform/SerialControl.h"
+
+namespace {
+
+Style StyleOf(const Options& options)
+{
+    if (options.json) return Style::Json;
+    return OutputIsTerminal() ? Style::Terminal : Style::Plain;
+}
+
+int RunTask(const Options& options, ConsoleComputer& console, Ports& ports, Voice& voice)
+{
+    switch (options.task) {
+    case Task::ListPorts: return ListPorts(console, voice);
+    case Task::ListBoards: return ListBoards(voice);
+    case Task::ListAntennas: return ListAntennas(options, voice);
+    case Task::Check: return CheckFile(options, console, voice);
+    case Task::Flash:
+    case Task::Identify: break;
+    }
+    Operator hands(options, console, ports, voice);
+    bool prepared = false;
+    console.work = [&hands] { hands.Work(); };
+    Main([&] {
+        prepared = true;
+        hands.Prepare();
+    });
+    const int stage = prepared || console.AnotherOneWorks() ? hands.CodeOfStage() : static_cast<int>(END_USAGE);
+    const int code = console.Settled().value_or(stage);
+    voice.EndProgress();
+    if (code == END_DONE)
+        voice.Tell("end", WordsOf(code), {{"exitCode", code}});
+    else
+        voice.Complain("end", WordsOf(code), {{"exitCode", code}});
+    return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"Burnline"_qs);  // it shares the directory of the program with windows
+    QCoreApplication::setApplicationVersion(QStringLiteral(BURNLINE_REVISION));
+    const Options options = ReadOptions();
+    Voice voice(StyleOf(options));
+    CaughtFailure caught;
+    const std::string directory = FindProgramDirectory(options.directory);
+    Ports ports(directory);
+    PosixSerialControl port([&ports](int number) { return ports.DeviceOf(number); });
+    ConsoleComputer console(options, directory, caught, ports, port, voice);
+    computer = &console;
+    MSComm1 = &port;
+    // The watch ends with the process, and so does what its thread posts to.
+    auto* inbox = new QObject;
+    WatchEndRequests([inbox, &console](EndRequest request) {
+        QMetaObject::invokeMethod(
+            inbox, [&console, request] { console.OnEndRequest(request); }, Qt::QueuedConnection);
+    });
+    return RunTask(options, console, ports, voice);
+}

@@ -47,14 +47,16 @@ Choices::Choices(Voice& voice, std::function<void()> wait, std::function<bool()>
 bool Choices::ReadAnswer(std::string& line)
 {
     for (;;) {
-        if (over_()) return false;
+        if (over_()) break;
         if (const auto typed = input_.TakeLine()) {
             line = text::Trim(*typed);
             return true;
         }
-        if (input_.AtEnd()) return false;
+        if (input_.AtEnd()) break;
         wait_();
     }
+    voice_.EndLine();
+    return false;
 }
 
 int Choices::Pick(const std::string& question, const std::vector<Choice>& choices, int standard)

@@ -119,6 +119,8 @@ void ConsoleComputer::OnEndRequest(EndRequest request)
         return;
     }
     asksToLeave_ = true;
+    if (person && Reporter::IsTransfer())
+        voice_.Complain("warning", "The antenna is inoperative until it is flashed again, if you end this now.");
     caught_.Run(Form_QueryUnload);
     asksToLeave_ = insists_ = false;
     if (IsExitRequested()) settled_ = request == EndRequest::Interrupt ? END_INTERRUPTED : END_CANCELLED;

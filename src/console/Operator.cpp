@@ -51,10 +51,19 @@ void Operator::Leave(int exitCode, const std::string& why)
     throw Over{};
 }
 
+/// What the system asks to be pressed is seen to be pressed.
+void Operator::Press(Control& button)
+{
+    console_.TellForms();
+    const std::string caption = text::Replace(button.Caption(), "&", "");
+    voice_.Tell("press", "[" + caption + "]", {{"button", QString::fromStdString(button.Name)}});
+    button.Click();
+}
+
 void Operator::Next()
 {
     if (!IsOn(frmWizard.cmdNav[2])) Leave(CodeOfStage(), "");
-    frmWizard.cmdNav[2].Click();
+    Press(frmWizard.cmdNav[2]);
     if (IsExitRequested()) throw Over{};
 }
 
@@ -286,9 +295,10 @@ void Operator::AwaitVersions()
             PickAntenna();
             continue;
         }
+        console_.TellForms();
         int picked = again ? 0 : 2;
         if (!console_.IsUnattended())
-            picked = console_.Ask().Pick(Lines(frmWizard.lblBoardVersion.Caption) + "\n",
+            picked = console_.Ask().Pick("",
                                          {{frmWizard.cmdRetryGetVersions.Caption, "r"},
                                           {frmWizard.cmdPickAntenna.Caption, "s"},
                                           {"Cancel", "c"}},
@@ -296,7 +306,7 @@ void Operator::AwaitVersions()
         if (IsExitRequested()) throw Over{};
         again = false;
         if (picked == 0)
-            frmWizard.cmdRetryGetVersions.Click();
+            Press(frmWizard.cmdRetryGetVersions);
         else if (picked == 1)
             PickAntenna();
         else
@@ -304,7 +314,7 @@ void Operator::AwaitVersions()
     }
     if (options_.task != Task::Identify) return;
     if (!HasVersions(Session.iBoardType)) Leave(END_NOT_KNOWN, "This board doesn't tell its version.");
-    RunRound();  // so that what was read is told
+    console_.TellForms();
     Leave(END_DONE, "");
 }
 
@@ -349,7 +359,7 @@ void Operator::ChooseFile()
     CheckAntenna();
     stage_ = Stage::File;
     if (!options_.file.empty()) TakeFile(options_.file);
-    RunRound();  // so that the plan is told
+    console_.TellForms();
     ConfirmFlash();
     if (options_.skipParameters) SkipParameters();
 }
@@ -378,7 +388,6 @@ void Operator::Restore()
 
 void Operator::Finish()
 {
-    RunRound();
     const bool wanted = options_.skipParameters || BoardOf(Session.iBoardType).holdsNoParams;
     const bool back = !Session.bSkipParams || wanted;
     if (frmShowPostFlashCmds.Self.Visible)
@@ -392,7 +401,7 @@ void Operator::Finish()
         TellSupply();
     }
     if (back) stage_ = Stage::Restored;
-    frmWizard.cmdNav[3].Click();
+    Press(frmWizard.cmdNav[3]);
 }
 
 void Operator::Work()

@@ -41,6 +41,7 @@ private:
     void ConfirmFlash();
     void CheckAntenna();
 
+    void Press(Control& button);
     void Next();
     /// Rounds of the main loop until it holds; the antenna's power is switched where that is asked for.
     void Await(const std::function<bool()>& holds);

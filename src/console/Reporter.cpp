@@ -11,10 +11,11 @@ namespace {
 constexpr const char* stepNames[] = {"STEP_DIAGNOSTICS", "STEP_INTRO", "STEP_1", "STEP_2",       "STEP_3",
                                      "STEP_4",           "STEP_5",     "STEP_6", "STEP_FINISHED"};
 
-bool IsTransferMode(int mode)
+std::string OneLine(const std::string& words)
 {
-    return mode == STATE_SEND_BLOCKS || mode == STATE_SEND_LINES || mode == STATE_RF_BOOT_BLOCKS ||
-           mode == STATE_BOOT_UPGRADE || mode == STATE_SEND_RF7;
+    std::string line = text::Replace(text::Replace(words, "\r\n", " "), "\n", " ");
+    while (text::Holds(line, "  ")) line = text::Replace(line, "  ", " ");
+    return text::Trim(line);
 }
 
 /// What a line of the present speed carries: 8N1 takes ten bits a byte.
@@ -26,26 +27,39 @@ Reporter::Reporter(Voice& voice)
     : voice_(voice),
       growing_{{frmWizard.txtStatus, "status"}, {frmWizard.txtParamsSent, "status"}},
       replaced_{
-          {frmWizard.lblCommPortStatus, "port", -1, frmWizard.lblCommPortStatus.Caption},
-          {frmWizard.lblBoardVersion, "versions", STEP_3, {}},
-          {frmWizard.lblFlashFile, "file", STEP_4, {}},
-          {frmWizard.lblFlashStatus[0], "banner", STEP_5, {}},
-          {frmWizard.lblFlashStatus[1], "banner", STEP_6, {}},
-          {frmWizard.lblWaiting1, "status", STEP_6, frmWizard.lblWaiting1.Caption},
-          {frmWizard.lblPickAntennaInfo, "result", STEP_FINISHED, {}},
-          {frmWizard.lblLogFileInfo, "log", STEP_FINISHED, {}},
+          {frmWizard.lblCommPortStatus, "port", -1, true, frmWizard.lblCommPortStatus.Caption},
+          {frmWizard.lblBoardVersion, "versions", STEP_3, false, {}},
+          {frmWizard.lblFlashFile, "file", STEP_4, false, {}},
+          {frmWizard.lblFlashStatus[0], "banner", STEP_5, true, {}},
+          {frmWizard.lblFlashStatus[1], "banner", STEP_6, true, {}},
+          {frmWizard.lblWaiting1, "status", STEP_6, true, frmWizard.lblWaiting1.Caption},
+          {frmWizard.lblPickAntennaInfo, "result", STEP_FINISHED, false, {}},
+          {frmWizard.lblLogFileInfo, "log", STEP_FINISHED, false, {}},
       }
 {
 }
 
+bool Reporter::IsTransfer()
+{
+    switch (Session.iCommMode) {
+    case STATE_SEND_BLOCKS:
+    case STATE_SEND_LINES:
+    case STATE_RF_BOOT_BLOCKS:
+    case STATE_BOOT_UPGRADE:
+    case STATE_SEND_RF7: return true;
+    default: return false;
+    }
+}
+
 void Reporter::Look()
 {
+    if (seen_ != FormsRevision) {
+        seen_ = FormsRevision;
+        TellStep();
+        for (Growing& text : growing_) TellNewLines(text);
+        for (Replaced& text : replaced_) TellReplaced(text);
+    }
     ShowProgress();
-    if (seen_ == FormsRevision) return;
-    seen_ = FormsRevision;
-    TellStep();
-    for (Growing& text : growing_) TellNewLines(text);
-    for (Replaced& text : replaced_) TellReplaced(text);
 }
 
 void Reporter::TellStep()
@@ -61,16 +75,24 @@ void Reporter::TellNewLines(Growing& text)
     if (words.size() < text.told) text.told = 0;  // it was emptied
     const std::string fresh = words.substr(text.told);
     text.told = words.size();
-    for (const std::string& line : text::Split(text::Replace(fresh, "\r", ""), "\n"))
-        if (!text::Trim(line).empty()) voice_.Tell(text.event, line);
+    for (const std::string& line : text::Split(text::Replace(fresh, "\r", ""), "\n")) {
+        if (text::Trim(line).empty()) continue;
+        lastLine_ = text::Trim(line);
+        voice_.Tell(text.event, line);
+    }
 }
 
+/// A label's line breaks are the window's, where it is one sentence.
 void Reporter::TellReplaced(Replaced& text)
 {
     if (text.step >= 0 && text.step != frmWizard.iCurrentStep) return;
-    if (!text.label.Visible || text.label.Caption() == text.told) return;
-    text.told = text.label.Caption;
-    if (!text::Trim(text.told).empty()) voice_.Tell(text.event, text.told);
+    if (!text.label.Visible) return;
+    const std::string& caption = text.label.Caption;
+    const std::string words = text.oneSentence ? OneLine(caption) : text::TrimLines(caption);
+    if (words == text.told) return;
+    text.told = words;
+    // A banner often says what the list of actions has just said.
+    if (!words.empty() && words != text.standing && words != lastLine_) voice_.Tell(text.event, words);
 }
 
 /// The transfer's time runs from its first unit on; the rate is that of the last seconds.
@@ -99,7 +121,7 @@ Progress Reporter::TransferNow()
 
 void Reporter::ShowProgress()
 {
-    const bool transfer = IsTransferMode(Session.iCommMode);
+    const bool transfer = IsTransfer();
     if (transfer) voice_.Show(TransferNow());
     if (!transfer && inTransfer_) {
         voice_.EndProgress();

@@ -12,6 +12,9 @@ class Reporter {
 public:
     explicit Reporter(Voice& voice);
 
+    /// A board is being written.
+    static bool IsTransfer();
+
     /// Tells what has changed since the last look.
     void Look();
 
@@ -26,8 +29,10 @@ private:
     struct Replaced {
         const Control& label;
         const char* event;
-        int step;  // where it is in view; -1: everywhere
-        std::string told;
+        int step;              // where it is in view; -1: everywhere
+        bool oneSentence;      // told in one line
+        std::string standing;  // what always stands there and is no news
+        std::string told = {};
     };
 
     void TellStep();
@@ -38,6 +43,7 @@ private:
 
     Voice& voice_;
     unsigned long seen_ = 0;
+    std::string lastLine_;
     int step_ = -1;
     std::vector<Growing> growing_;
     std::vector<Replaced> replaced_;

@@ -102,6 +102,11 @@ void Voice::Ask(const std::string& words, QJsonObject fields)
     Print(stdout, words + " ");
 }
 
+void Voice::EndLine()
+{
+    if (style_ != Style::Json) Print(stdout, "\n");
+}
+
 void Voice::Show(const Progress& progress)
 {
     const qint64 apart = style_ == Style::Terminal ? terminalApartMs

@@ -32,6 +32,8 @@ public:
     void Complain(const char* event, const std::string& words, QJsonObject fields = {});
     /// Words without a line end, behind which an answer is typed.
     void Ask(const std::string& words, QJsonObject fields);
+    /// No answer came.
+    void EndLine();
     /// The one line that changes.
     void Show(const Progress& progress);
     void EndProgress();

@@ -37,10 +37,14 @@ int RunTask(const Options& options, ConsoleComputer& console, Ports& ports, Voic
     const int stage = prepared || console.AnotherOneWorks() ? hands.CodeOfStage() : static_cast<int>(END_USAGE);
     const int code = console.Settled().value_or(stage);
     voice.EndProgress();
+    std::string words = WordsOf(code);
+    // What a cancelled session leaves behind.
+    const bool stopped = code == END_CANCELLED || code == END_INTERRUPTED;
+    if (stopped && (stage == END_FLASH_FAILED || stage == END_PARAMS_OUT)) words += " " + WordsOf(stage);
     if (code == END_DONE)
-        voice.Tell("end", WordsOf(code), {{"exitCode", code}});
+        voice.Tell("end", words, {{"exitCode", code}});
     else
-        voice.Complain("end", WordsOf(code), {{"exitCode", code}});
+        voice.Complain("end", words, {{"exitCode", code}});
     return code;
 }
 

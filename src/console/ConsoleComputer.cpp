@@ -79,8 +79,8 @@ CheckAntennasForm* ModelFormOf(const Form& form)
 }  // namespace
 
 ConsoleComputer::ConsoleComputer(const Options& options, const std::string& directory, CaughtFailure& caught,
-                                 Ports& ports, PosixSerialControl& port, Voice& voice)
-    : HostComputer(directory, caught, ports, port),
+                                 Ports& ports, SerialLink& link, Voice& voice)
+    : HostComputer(directory, caught, ports, link),
       options_(options),
       caught_(caught),
       voice_(voice),

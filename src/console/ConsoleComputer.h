@@ -15,7 +15,7 @@
 class ConsoleComputer : public HostComputer {
 public:
     ConsoleComputer(const Options& options, const std::string& directory, CaughtFailure& caught, Ports& ports,
-                    PosixSerialControl& port, Voice& voice);
+                    SerialLink& link, Voice& voice);
 
     void WaitForEvent() override;
     Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) override;

@@ -11,7 +11,6 @@
 #include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
-#include "platform/PortTable.h"
 #include "platform/ProgramFiles.h"
 #include "text/Text.h"
 #include "wizard/Choosers.h"
@@ -55,7 +54,7 @@ bool LoadConfigFor(int boardType)
 int ListPorts(ConsoleComputer& console, Voice& voice)
 {
     bool any = false;
-    for (int port = 1; port <= PortTable::LastPort; ++port) {
+    for (int port = 1; port <= LastCommPort; ++port) {
         const int state = console.TestCommPort(port);
         if (state == PORT_MISSING) continue;
         any = true;

@@ -154,7 +154,7 @@ void Operator::Prepare()
         std::vector<std::string> entries;
         std::vector<int> numbers;
         int standard = -1;
-        for (int number = 1; number <= PortTable::LastPort; ++number) {
+        for (int number = 1; number <= LastCommPort; ++number) {
             if (console_.TestCommPort(number) == PORT_MISSING) continue;
             if (text::Num(number) == GetSetting(SETTING_COMM_PORT)) standard = static_cast<int>(numbers.size());
             entries.push_back("COM" + text::Num(number) + "  " + console_.DescribeCommPort(number).toolTip);

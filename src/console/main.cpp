@@ -59,16 +59,16 @@ int main(int argc, char** argv)
     Voice voice(StyleOf(options));
     CaughtFailure caught;
     const std::string directory = FindProgramDirectory(options.directory);
-    Ports ports(directory);
-    PosixSerialControl port([&ports](int number) { return ports.DeviceOf(number); });
-    ConsoleComputer console(options, directory, caught, ports, port, voice);
+    const auto ports = MakePorts(directory);
+    const auto link = MakeSerialLink([&ports](int port) { return ports->DeviceOf(port); });
+    ConsoleComputer console(options, directory, caught, *ports, *link, voice);
     computer = &console;
-    MSComm1 = &port;
+    MSComm1 = &link->Control();
     // The watch ends with the process, and so does what its thread posts to.
     auto* inbox = new QObject;
     WatchEndRequests([inbox, &console](EndRequest request) {
         QMetaObject::invokeMethod(
             inbox, [&console, request] { console.OnEndRequest(request); }, Qt::QueuedConnection);
     });
-    return RunTask(options, console, ports, voice);
+    return RunTask(options, console, *ports, voice);
 }

@@ -24,10 +24,10 @@
 
 Desktop::Desktop()
     : directory_(FindProgramDirectory()),
-      ports_(directory_),
-      port_([this](int port) { return ports_.DeviceOf(port); }),
+      ports_(MakePorts(directory_)),
+      link_(MakeSerialLink([this](int port) { return ports_->DeviceOf(port); })),
       binder_(caught_),
-      computer_(directory_, binder_, caught_, ports_, port_),
+      computer_(directory_, binder_, caught_, *ports_, *link_),
       window_(binder_, caught_),
       updater_(Words(directory_), QCoreApplication::applicationFilePath())
 {
@@ -44,7 +44,7 @@ Desktop::Desktop()
     AddDialog<Ui::frmShowRelNotes>(frmShowRelNotes.Self);
     updater_.window = &window_;
     computer = &computer_;
-    MSComm1 = &port_;
+    MSComm1 = &link_->Control();
     updater = &updater_;
 }
 

@@ -4,13 +4,13 @@
 #include <deque>
 
 #include "desktop/Binder.h"
-#include "host/CaughtFailure.h"
 #include "desktop/DesktopComputer.h"
 #include "desktop/FormDialog.h"
 #include "desktop/NetUpdater.h"
-#include "host/Ports.h"
 #include "desktop/WizardWindow.h"
-#include "platform/posix/PosixSerialControl.h"
+#include "host/CaughtFailure.h"
+#include "host/Ports.h"
+#include "host/SerialLink.h"
 
 class Desktop {
 public:
@@ -36,8 +36,8 @@ private:
 
     const std::string directory_;
     CaughtFailure caught_;
-    Ports ports_;
-    PosixSerialControl port_;
+    const std::unique_ptr<Ports> ports_;
+    const std::unique_ptr<SerialLink> link_;
     Binder binder_;
     DesktopComputer computer_;
     WizardWindow window_;

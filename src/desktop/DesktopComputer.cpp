@@ -39,8 +39,8 @@ struct Modal {
 }  // namespace
 
 DesktopComputer::DesktopComputer(const std::string& directory, Binder& binder, CaughtFailure& caught, Ports& ports,
-                                 PosixSerialControl& port)
-    : HostComputer(directory, caught, ports, port), binder_(binder)
+                                 SerialLink& link)
+    : HostComputer(directory, caught, ports, link), binder_(binder)
 {
 }
 

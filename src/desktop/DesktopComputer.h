@@ -11,7 +11,7 @@ class DesktopComputer : public HostComputer {
 public:
     /// `directory` is the program's.
     DesktopComputer(const std::string& directory, Binder& binder, CaughtFailure& caught, Ports& ports,
-                    PosixSerialControl& port);
+                    SerialLink& link);
 
     Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) override;
     void ShowModal(Form& form) override;

@@ -10,7 +10,7 @@
 
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
-#include "platform/posix/PosixMachine.h"
+#include "platform/Machine.h"
 #include "wizard/frmWizard_Events.h"
 
 namespace {
@@ -37,8 +37,8 @@ std::string FindProgramDirectory(const std::string& wanted)
     return QFileInfo(directory).absoluteFilePath().toStdString();
 }
 
-HostComputer::HostComputer(std::string directory, CaughtFailure& caught, Ports& ports, PosixSerialControl& port)
-    : directory_(std::move(directory)), caught_(caught), ports_(ports), port_(port), watch_(port)
+HostComputer::HostComputer(std::string directory, CaughtFailure& caught, Ports& ports, SerialLink& link)
+    : directory_(std::move(directory)), caught_(caught), ports_(ports), link_(link)
 {
     for (QTimer* timer : {&timer1_, &timer2_}) timer->setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer1_, &QTimer::timeout, [this] { caught_.Run(Timer1_Timer); });
@@ -77,7 +77,7 @@ void HostComputer::WaitForEvent()
     FollowTimers();
     // The core has had its turn: what it had to send is on its way, and showing costs the antenna nothing.
     ShowInTurn();
-    watch_.Arm();
+    link_.Arm();
     Dispatch(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
@@ -91,7 +91,7 @@ void HostComputer::PrepareQuestion()
 {
     FollowTimers();
     Show();
-    watch_.ArmForOutput();
+    link_.ArmForOutput();
 }
 
 void HostComputer::Sleep(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
@@ -120,13 +120,9 @@ bool HostComputer::PrevInstance()
     return !lock_->tryLock(0) && lock_->error() == QLockFile::LockFailedError;
 }
 
-void HostComputer::SetHighPriority(bool high)
-{
-    constexpr int steps = 10;
-    RaiseNiceness(high ? steps : 0);
-}
+void HostComputer::SetHighPriority(bool high) { PreferThisProcess(high); }
 
-int HostComputer::TestCommPort(int port) { return ports_.DeviceOf(port).empty() ? PORT_MISSING : port_.TestPort(port); }
+int HostComputer::TestCommPort(int port) { return ports_.DeviceOf(port).empty() ? PORT_MISSING : link_.TestPort(port); }
 
 PortInfo HostComputer::DescribeCommPort(int port) { return ports_.Describe(port); }
 

@@ -9,15 +9,14 @@
 #include <memory>
 
 #include "host/CaughtFailure.h"
-#include "host/PortWatch.h"
 #include "host/Ports.h"
+#include "host/SerialLink.h"
 #include "platform/Computer.h"
-#include "platform/posix/PosixSerialControl.h"
 
 class HostComputer : public Computer {
 public:
     /// `directory` is the program's.
-    HostComputer(std::string directory, CaughtFailure& caught, Ports& ports, PosixSerialControl& port);
+    HostComputer(std::string directory, CaughtFailure& caught, Ports& ports, SerialLink& link);
 
     void DoEvents() override;
     void WaitForEvent() override;
@@ -52,8 +51,7 @@ private:
     const std::string directory_;
     CaughtFailure& caught_;
     Ports& ports_;
-    PosixSerialControl& port_;
-    PortWatch watch_;
+    SerialLink& link_;
     QTimer timer1_, timer2_;
     QElapsedTimer sinceDispatch_;
     std::unique_ptr<QLockFile> lock_;

@@ -1,31 +1,27 @@
 #pragma once
 // The serial devices of this machine under their COM numbers.
 
-#include <QElapsedTimer>
+#include <memory>
 #include <string>
 
 #include "platform/Computer.h"
-#include "platform/PortTable.h"
+
+inline constexpr int LastCommPort = 64;
 
 class Ports {
 public:
-    /// `directory` holds Burnline.ports.
-    explicit Ports(const std::string& directory);
+    virtual ~Ports() = default;
 
-    /// The device of a COM number; empty when it has none. Looks at the machine again when the last look is more than
-    /// a second old, so that an adapter plugged in meanwhile is there.
-    std::string DeviceOf(int port);
+    /// The device of a COM number; empty when it has none.
+    virtual std::string DeviceOf(int port) = 0;
 
     /// The COM number of a device, under whichever of its names; it gets one when it is there and has none. 0: it isn't
     /// there, or no number is left.
-    int PortOf(const std::string& device);
+    virtual int PortOf(const std::string& device) = 0;
 
     /// For the menu's tool tip, and how to get at a port that this user may not open.
-    PortInfo Describe(int port);
-
-private:
-    void Refresh();
-
-    PortTable table_;
-    QElapsedTimer sinceLook_;
+    virtual PortInfo Describe(int port) = 0;
 };
+
+/// Those of this system. `directory` is the program's.
+std::unique_ptr<Ports> MakePorts(const std::string& directory);

@@ -7,6 +7,7 @@
 #include "persistence/SettingsText.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
+#include "platform/Machine.h"
 #include "platform/ProgramFiles.h"
 #include "platform/WholeFile.h"
 #include "text/Text.h"
@@ -63,12 +64,31 @@ void UndoInterruptedSave()
     LogEarly("++>Settings: the last save was interrupted, the settings are those from before it");
 }
 
+/// What an older version has kept elsewhere is newer than what the file says.
+void TakeOver(const OldSettings& old, Settings& loaded)
+{
+    const auto number = [](const std::string& words) {
+        return words.empty() ? words : text::Num(static_cast<long long>(text::Val(words)));
+    };
+    const struct {
+        int index;
+        std::string value;
+    } found[] = {{SETTING_BAUD_RATE, number(old.BaudRate)},
+                 {SETTING_COMM_PORT, number(old.CommPort)},
+                 {SETTING_LAST_UPDATE, old.LastUpdateCheck},
+                 {SETTING_UPDATE_URL, old.UpdateURL}};
+    for (const auto& [index, value] : found)
+        if (!value.empty()) loaded[static_cast<std::size_t>(index)].Value = value;
+}
+
 Settings LoadSettings()
 {
     UndoInterruptedSave();
     SettingPairs pairs;
     if (Exists(ConfigFile())) pairs = BuildSettingsTable(ParseSettingsText(ReadWholeFile(ConfigFile(), MaxFileSize)));
-    return SettingsFrom(pairs);
+    Settings loaded = SettingsFrom(pairs);
+    TakeOver(ReadOldSettings(), loaded);
+    return loaded;
 }
 
 void TellLoadFailure(int number, const std::string& what)
@@ -144,6 +164,8 @@ void GetDefaultValues()
     maySave = true;
     ValidateSettings();
     SaveConfigFile();
+    // Only once they stand in the file.
+    if (!IsExitRequested()) Guarded("GetDefaultValues", RemoveOldSettings);
 }
 
 std::string GetSetting(int index)

@@ -7,6 +7,7 @@
 
 #include "frame/Wizard.h"
 #include "platform/Failure.h"
+#include "platform/Machine.h"
 #include "platform/ProgramFiles.h"
 #include "text/Text.h"
 
@@ -33,7 +34,7 @@ std::FILE* OpenOutPutFile(const std::string& name, int mode)
         TellFailure(FAIL_FILE_ACCESS, "OpenOutPutFile");
         return nullptr;
     }
-    std::FILE* file = std::fopen(path.string().c_str(), mode == 1 ? "wb" : "ab");
+    std::FILE* file = OpenToWrite(path, mode != 1);
     if (file == nullptr) {
         TellFailure(errno == ENOENT ? FAIL_PATH : FailureFromErrno(errno), "OpenOutPutFile");
         return nullptr;

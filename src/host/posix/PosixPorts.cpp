@@ -1,10 +1,11 @@
-#include "host/Ports.h"
-
+#include <QElapsedTimer>
 #include <QSerialPortInfo>
 #include <QStringList>
 #include <filesystem>
 #include <optional>
 
+#include "host/Ports.h"
+#include "platform/PortTable.h"
 #include "platform/posix/PosixMachine.h"
 #include "platform/posix/PosixSerialControl.h"
 
@@ -55,11 +56,24 @@ std::string Remedy(const std::string& device)
            "\". Join that group with \"sudo usermod -aG " + group + " $USER\", then log out and in again.";
 }
 
-}  // namespace
+class PosixPorts : public Ports {
+public:
+    explicit PosixPorts(const std::string& directory) : table_(fs::path(directory) / "Burnline.ports") {}
 
-Ports::Ports(const std::string& directory) : table_(fs::path(directory) / "Burnline.ports") {}
+    std::string DeviceOf(int port) override;
+    int PortOf(const std::string& device) override;
+    PortInfo Describe(int port) override;
 
-void Ports::Refresh()
+private:
+    void Refresh();
+
+    PortTable table_;
+    QElapsedTimer sinceLook_;
+};
+
+/// Looks at the machine again when the last look is more than a second old, so that an adapter plugged in meanwhile is
+/// there.
+void PosixPorts::Refresh()
 {
     if (sinceLook_.isValid() && sinceLook_.elapsed() < lookEveryMs) return;
     table_.Load();
@@ -70,17 +84,17 @@ void Ports::Refresh()
     sinceLook_.start();
 }
 
-std::string Ports::DeviceOf(int port)
+std::string PosixPorts::DeviceOf(int port)
 {
     Refresh();
     return table_.DeviceOf(port);
 }
 
-int Ports::PortOf(const std::string& device)
+int PosixPorts::PortOf(const std::string& device)
 {
     Refresh();
     std::error_code ignored;
-    for (int port = 1; port <= PortTable::LastPort; ++port) {
+    for (int port = 1; port <= LastCommPort; ++port) {
         const std::string known = table_.DeviceOf(port);
         if (!known.empty() && (known == device || fs::equivalent(known, device, ignored))) return port;
     }
@@ -90,7 +104,7 @@ int Ports::PortOf(const std::string& device)
     return table_.PortOf(name);
 }
 
-PortInfo Ports::Describe(int port)
+PortInfo PosixPorts::Describe(int port)
 {
     const std::string device = DeviceOf(port);
     if (device.empty()) return {};
@@ -98,3 +112,7 @@ PortInfo Ports::Describe(int port)
     if (TestDevice(device) == PORT_FORBIDDEN) info.remedy = Remedy(device);
     return info;
 }
+
+}  // namespace
+
+std::unique_ptr<Ports> MakePorts(const std::string& directory) { return std::make_unique<PosixPorts>(directory); }

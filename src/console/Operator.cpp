@@ -141,6 +141,11 @@ void Operator::ServePowerSwitch()
 
 void Operator::Prepare()
 {
+    std::string why;
+    if (!options_.board.empty() && FindBoard(AllBoards(), options_.board, why) == nullptr) {
+        voice_.Complain("refused", why);
+        return console_.Leave(END_USAGE);
+    }
     int port = 0;
     if (!options_.port.empty()) {
         port = PortNumber(options_.port);
@@ -221,7 +226,8 @@ void Operator::AwaitFirstWord()
 void Operator::AwaitPort()
 {
     stage_ = Stage::Port;
-    while (!IsOn(frmWizard.cmdNav[2])) {
+    // Next may be on although no port could be opened at start.
+    while (!PortIsOpen() || !IsOn(frmWizard.cmdNav[2])) {
         while (!PortIsOpen()) ChoosePort();
         stage_ = Stage::Versions;
         AwaitFirstWord();

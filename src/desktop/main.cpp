@@ -5,7 +5,9 @@
 
 int main(int argc, char** argv)
 {
+#ifndef Q_OS_WIN  // there it is the system's own
     QApplication::setStyle(u"Fusion"_qs);  // the same on every desktop; the colours are the system's
+#endif
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Burnline"_qs);
     QApplication::setApplicationDisplayName(u"Burnline Assistant"_qs);
@@ -20,4 +22,5 @@ int main(int argc, char** argv)
     }
     // Behind the end of everything that only one program may hold: the port, the log, the program's directory.
     if (!successor.isEmpty()) QProcess::startDetached(successor, {});
+    return 0;
 }

@@ -34,7 +34,7 @@ std::string FindProgramDirectory(const std::string& wanted)
     if (directory.isEmpty())
         directory = portable ? own.path() : QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     QDir().mkpath(directory);  // where this fails, the log can't be opened, and that is told
-    return QFileInfo(directory).absoluteFilePath().toStdString();
+    return QDir::toNativeSeparators(QFileInfo(directory).absoluteFilePath()).toStdString();
 }
 
 HostComputer::HostComputer(std::string directory, CaughtFailure& caught, Ports& ports, SerialLink& link)

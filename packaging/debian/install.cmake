@@ -1,0 +1,1 @@
+# What Debian's package installs.

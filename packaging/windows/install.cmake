@@ -1,0 +1,1 @@
+# What goes beside the program on Windows: the portable folder, and what the installer installs.

@@ -1,0 +1,74 @@
+#include <windows.h>
+
+#include "platform/Failure.h"
+#include "platform/WholeFile.h"
+
+namespace {
+
+int FailureOf(DWORD error)
+{
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND: return FAIL_PATH;  // a file that is to be made lacks only its directory
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION: return FAIL_ALREADY_OPEN;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+    case ERROR_FILE_TOO_LARGE: return FAIL_DISK_FULL;
+    case ERROR_INVALID_NAME: return FAIL_BAD_FILE;
+    default: return FAIL_FILE_ACCESS;
+    }
+}
+
+std::string WordsOf(DWORD error)
+{
+    char words[512] = {};
+    const DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                        words, sizeof words, nullptr);
+    std::string text(words, length);
+    while (!text.empty() && (text.back() == '\r' || text.back() == '\n' || text.back() == ' ')) text.pop_back();
+    return text.empty() ? "error " + std::to_string(error) : text;
+}
+
+[[noreturn]] void Fail(const std::filesystem::path& path, DWORD error)
+{
+    throw Failure{FailureOf(error), path.filename().string() + ": " + WordsOf(error)};
+}
+
+/// 0, or the system's error.
+DWORD WriteAll(HANDLE file, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) return GetLastError();
+        if (written == 0) return ERROR_DISK_FULL;
+        bytes.remove_prefix(written);
+    }
+    return FlushFileBuffers(file) ? 0 : GetLastError();
+}
+
+}  // namespace
+
+void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
+{
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) Fail(path, GetLastError());
+    const DWORD error = WriteAll(file, bytes);
+    CloseHandle(file);
+    if (error == 0) return;
+    DeleteFileW(path.c_str());
+    Fail(path, error);
+}
+
+/// A rename is kept by the file system's own journal; only what was written to a file can still be on its way.
+void SyncToDisk(const std::filesystem::path& path)
+{
+    if (std::filesystem::is_directory(path)) return;
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) Fail(path, GetLastError());
+    const DWORD error = FlushFileBuffers(file) ? 0 : GetLastError();
+    CloseHandle(file);
+    if (error != 0) Fail(path, error);
+}

@@ -1,0 +1,17 @@
+# Cross-compiles for 64-bit Windows with mingw-w64. WINDOWS_SDK is a folder with qt/ and sodium/; see tools/windows/build.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES WINDOWS_SDK)
+set(CMAKE_FIND_ROOT_PATH ${WINDOWS_SDK}/qt ${WINDOWS_SDK}/sodium /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
+set(Qt6_DIR ${WINDOWS_SDK}/qt/lib/cmake/Qt6)
+# moc, uic and rcc run on this machine: Debian's Qt of the same version.
+set(QT_HOST_PATH /usr)
+set(QT_HOST_PATH_CMAKE_DIR /usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake)
+set(Qt6HostInfo_DIR ${QT_HOST_PATH_CMAKE_DIR}/Qt6HostInfo)

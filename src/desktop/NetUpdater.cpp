@@ -53,6 +53,7 @@ QString Size(qint64 bytes) { return QLocale().formattedDataSize(bytes, 1, QLocal
 NetUpdater::NetUpdater(QString directory, QString program)
     : directory_(std::move(directory)), program_(std::move(program)), staging_(directory_)
 {
+    QFile::remove(program_ + u".bnl-run"_qs);  // the program that this one has replaced, where it couldn't go at once
 }
 
 NetUpdater::~NetUpdater() = default;

@@ -21,6 +21,8 @@ int FailureFromErrno(int error)
     }
 }
 
+int FailureFromError(const std::error_code& error) { return FailureFromErrno(error.default_error_condition().value()); }
+
 int FailureNumber(std::string& detail)
 {
     try {
@@ -30,7 +32,7 @@ int FailureNumber(std::string& detail)
         return failure.number;
     } catch (const std::system_error& error) {  // std::filesystem::filesystem_error among them
         detail = error.what();
-        return FailureFromErrno(error.code().value());
+        return FailureFromError(error.code());
     } catch (const std::invalid_argument& error) {
         detail = error.what();
         return FAIL_TYPE_MISMATCH;

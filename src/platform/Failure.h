@@ -2,6 +2,7 @@
 // A numbered failure. The numbers are those that the message catalogue knows.
 
 #include <string>
+#include <system_error>
 
 /// A failure of the platform or of the port, thrown. `what` may add a detail for the log ("checksum off by 0x1F").
 struct Failure {
@@ -32,3 +33,6 @@ int FailureNumber(std::string& detail);
 
 /// The number for a system error code (errno).
 int FailureFromErrno(int error);
+
+/// The number for an error of the file system, in whichever numbers the system counts them.
+int FailureFromError(const std::error_code& error);

@@ -34,9 +34,7 @@ public:
     void Rename(const fs::path& from, const fs::path& to)
     {
         Step();
-        std::error_code error;
-        fs::rename(from, to, error);
-        Check(error, to);
+        Check(RenameOver(from, to), to);
     }
     void Remove(const fs::path& path)
     {
@@ -80,7 +78,7 @@ private:
     }
     static void Check(const std::error_code& error, const fs::path& path)
     {
-        if (error) throw Failure{FailureFromErrno(error.value()), path.filename().string() + ": " + error.message()};
+        if (error) throw Failure{FailureFromError(error), path.filename().string() + ": " + error.message()};
     }
 
     const StepHook& step_;

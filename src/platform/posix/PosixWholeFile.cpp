@@ -50,6 +50,13 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
     fail(error);
 }
 
+std::error_code RenameOver(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    std::error_code error;
+    std::filesystem::rename(from, to, error);
+    return error;
+}
+
 void SyncToDisk(const std::filesystem::path& path)
 {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);

@@ -61,6 +61,24 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
     Fail(path, error);
 }
 
+std::error_code RenameOver(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    const auto move = [](const std::filesystem::path& file, const std::filesystem::path& name) {
+        return MoveFileExW(file.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    };
+    const auto failed = [](DWORD error) { return std::error_code(static_cast<int>(error), std::system_category()); };
+    if (move(from, to)) return {};
+    const DWORD refused = GetLastError();
+    if (refused != ERROR_ACCESS_DENIED && refused != ERROR_SHARING_VIOLATION) return failed(refused);
+    // A program that runs can't be replaced or deleted, but it can be renamed.
+    const std::filesystem::path aside = to.wstring() + L".bnl-run";
+    if (!move(to, aside)) return failed(refused);
+    if (move(from, to)) return {};
+    const DWORD error = GetLastError();
+    move(aside, to);
+    return failed(error);
+}
+
 /// A rename is kept by the file system's own journal; only what was written to a file can still be on its way.
 void SyncToDisk(const std::filesystem::path& path)
 {

@@ -17,13 +17,15 @@ constexpr std::size_t mostHeard = 65536;
 
 }  // namespace
 
-Antenna::Antenna(const Unit& unit)
+Antenna::Antenna(const Unit& unit, double pace)
     : unit_(unit),
+      pace_(pace),
       parameters_(unit),
       baud_(unit.baud),
       hasBootArea_(unit.hasBootArea),
       oldLoader_(unit.loader == Loader::OldBlocks)
 {
+    unit_.eraseSeconds *= pace;
     if (unit.fpgaRevision) parts_[1].revision = unit.fpgaRevision;
     if (unit.bapiRevision) parts_[2].revision = unit.bapiRevision;
 }
@@ -55,7 +57,7 @@ void Antenna::SetPower(bool on, double now)
     if (on) {
         report("power on");
         strayBytes_ = 0;
-        Restart(now, powerPatience);
+        Restart(now, powerPatience * pace_);
         return;
     }
     if (state_ == State::TakingLines || state_ == State::TakingRecords) {
@@ -75,7 +77,7 @@ void Antenna::SetPower(bool on, double now)
 void Antenna::Reset(double now)
 {
     Advance(now);
-    if (IsPowered()) Restart(now, powerPatience);
+    if (IsPowered()) Restart(now, powerPatience * pace_);
 }
 
 void Antenna::Restart(double now, double patience)
@@ -96,18 +98,18 @@ void Antenna::StartSoftware(double now)
     input_.clear();
     dish_.Start();
     report("the software starts");
-    const auto print = [this](double when, std::string line, bool last) {
-        At(when, [this, line = std::move(line), last](double then) {
+    const auto print = [this, now](double after, std::string line, bool last) {
+        At(now + after * pace_, [this, line = std::move(line), last](double then) {
             Say("\r\n" + line + "\r\n", then);
             if (last) StartedUp(then);
         });
     };
-    print(now + 0.2, unit_.version, unit_.startUp == StartUp::Banner);
+    print(0.2, unit_.version, unit_.startUp == StartUp::Banner);
     if (unit_.startUp == StartUp::SwitchTest) {
-        print(now + 1.0, "Limit Switch Test", false);
-        print(now + 3.0, "Limit Switch PASS", true);
+        print(1.0, "Limit Switch Test", false);
+        print(3.0, "Limit Switch PASS", true);
     }
-    if (unit_.startUp == StartUp::FogError) print(now + 2.0, "AZ *** ERROR: FOG not calibrated", true);
+    if (unit_.startUp == StartUp::FogError) print(2.0, "AZ *** ERROR: FOG not calibrated", true);
 }
 
 void Antenna::StartedUp(double)

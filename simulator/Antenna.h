@@ -64,7 +64,8 @@ enum class State {
 /// header of a part's file, "F61340B", gives the part its revision.
 class Antenna {
 public:
-    explicit Antenna(const Unit& unit);
+    /// `pace` is the part of their usual time that start-up, erase and the wait for a program command take.
+    explicit Antenna(const Unit& unit, double pace = 1);
     Antenna(const Antenna&) = delete;
     Antenna& operator=(const Antenna&) = delete;
 
@@ -192,6 +193,7 @@ private:
     bool StoreRecord(const std::string& line, std::string& why);
 
     Unit unit_;
+    const double pace_;
     Parameters parameters_;
     Dish dish_;
     std::array<Part, 3> parts_;

@@ -39,7 +39,7 @@ void Antenna::TakeCommand(const std::string& command, double now)
 {
     if (ResetsOn(command) || Upper(command) == "RESET") {
         report("reset by \"" + command + "\"");
-        Restart(now, Upper(command).starts_with("FLASH") ? resetPatience : powerPatience);
+        Restart(now, Upper(command).starts_with("FLASH") ? resetPatience : powerPatience * pace_);
         return;
     }
     // What is lost isn't carried out either.

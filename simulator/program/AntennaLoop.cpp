@@ -22,6 +22,8 @@ constexpr double showInterval = 0.1;
 constexpr double speedInterval = 0.05;  // between two looks at the speed that the program has set
 constexpr double usbStart = 0.8;        // from the power to the port of an antenna on USB
 
+constexpr double quickPace = 0.2;
+
 double Clock()
 {
     timespec time{};
@@ -37,14 +39,13 @@ bool IsPipe(int descriptor)
 
 }  // namespace
 
-AntennaLoop::AntennaLoop(const sim::Unit& unit, const std::string& link, bool fast, bool usb)
-    : antenna_(unit),
-      wire_(antenna_, fast),
+AntennaLoop::AntennaLoop(const sim::Unit& unit, const std::string& link, const AntennaWays& ways)
+    : antenna_(unit, ways.quick ? quickPace : 1),
+      wire_(antenna_, ways.fast),
       console_(antenna_),
       port_(link, unit.baud),
       start_(Clock()),
-      fast_(fast),
-      usb_(usb),
+      ways_(ways),
       portBack_(never)
 {
     port_.Make();
@@ -84,9 +85,9 @@ void AntennaLoop::RemovePort(double seconds)
 void AntennaLoop::ReturnPort()
 {
     portBack_ = never;
-    if (usb_ && !antenna_.IsPowered()) return;
+    if (ways_.usb && !antenna_.IsPowered()) return;
     port_.Make();
-    awaitsUser_ = usb_;
+    awaitsUser_ = ways_.usb;
     Say("the port is back: " + port_.Path());
 }
 
@@ -94,7 +95,7 @@ void AntennaLoop::ReturnPort()
 /// open, so the program that opens it first starts the antenna again.
 void AntennaLoop::FollowPower()
 {
-    if (!usb_ || portLost_) return;
+    if (!ways_.usb || portLost_) return;
     const bool powered = antenna_.IsPowered();
     if (port_.IsThere() && !powered) RemovePort(never);
     if (!port_.IsThere() && powered && portBack_ == never) portBack_ = Now() + usbStart;
@@ -141,7 +142,7 @@ void AntennaLoop::Exchange(bool input)
     const std::size_t taken = port_.Write(said_);
     // A queue that is full is a program that doesn't read. A line that takes no time waits for it; a real one loses the
     // bytes.
-    said_.erase(0, fast_ ? taken : said_.size());
+    said_.erase(0, ways_.fast ? taken : said_.size());
 }
 
 AntennaView AntennaLoop::View() const

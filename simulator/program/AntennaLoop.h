@@ -23,11 +23,17 @@ struct AntennaView {
     bool operator==(const AntennaView&) const = default;
 };
 
+/// How an antenna differs from an ordinary one.
+struct AntennaWays {
+    bool fast = false;   // bytes take no time
+    bool quick = false;  // start-up, erase and the boot loader's wait take a fifth of their time
+    bool usb = false;    // the port is the antenna's own and is there only while it has power
+};
+
 class AntennaLoop {
 public:
-    /// Makes port and link; raises std::runtime_error when that fails. With `usb` the port is the antenna's own and is
-    /// there only while it has power.
-    AntennaLoop(const sim::Unit& unit, const std::string& link, bool fast, bool usb);
+    /// Makes port and link; raises std::runtime_error when that fails.
+    AntennaLoop(const sim::Unit& unit, const std::string& link, const AntennaWays& ways);
     ~AntennaLoop();
     AntennaLoop(const AntennaLoop&) = delete;
     AntennaLoop& operator=(const AntennaLoop&) = delete;
@@ -69,8 +75,7 @@ private:
     std::string fromInput_, fromPipe_;
     double start_;
     std::string said_;  // and not taken by the port so far
-    bool fast_;
-    bool usb_;
+    const AntennaWays ways_;
     double portBack_;          // when the port comes back; infinity: not by itself
     bool portLost_ = false;    // and not with the power either
     bool awaitsUser_ = false;  // the port has come back, and no program has opened it yet

@@ -93,6 +93,7 @@ ConsoleComputer::ConsoleComputer(const Options& options, const std::string& dire
 void ConsoleComputer::WaitForEvent()
 {
     HostComputer::WaitForEvent();
+    if (watch) watch();
     if (work) std::exchange(work, nullptr)();
 }
 

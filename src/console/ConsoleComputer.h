@@ -29,6 +29,8 @@ public:
 
     /// Runs once, in the first wait of the main loop: whoever works the forms.
     std::function<void()> work;
+    /// Runs after each wait that follows.
+    std::function<void()> watch;
     /// What the next dialog that asks for a file to open is told.
     std::string fileToOpen;
 

@@ -69,11 +69,7 @@ void Operator::Next()
 
 void Operator::Await(const std::function<bool()>& holds)
 {
-    while (!IsExitRequested() && !holds()) {
-        if (Session.iCommMode != STATE_IDLE) lastMode_ = Session.iCommMode;
-        ServePowerSwitch();
-        RunRound();
-    }
+    while (!IsExitRequested() && !holds()) RunRound();
     if (IsExitRequested()) throw Over{};
 }
 
@@ -89,6 +85,13 @@ int Operator::CodeOfStage() const
     if (Session.bFlashFileBad) return END_BAD_FILE;
     if (Session.iFlashPhase == FLASH_FINISHED) return END_PARAMS_OUT;
     return lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_FLASH_FAILED;
+}
+
+void Operator::Watch()
+{
+    if (IsExitRequested()) return;
+    if (Session.iCommMode != STATE_IDLE) lastMode_ = Session.iCommMode;
+    ServePowerSwitch();
 }
 
 // --- the antenna's power ---------------------------------------------------------------------------------------------
@@ -111,7 +114,7 @@ void Operator::TellSupply()
     const std::string problem = supply_.Problem();
     if (problem.empty()) return;
     voice_.Complain("power", "The command that switches the antenna's power has failed: " + problem + ".");
-    if (console_.IsUnattended()) Leave(CodeOfStage(), "");
+    if (console_.IsUnattended()) return console_.Leave(CodeOfStage());
     voice_.Tell("power", "Please switch the antenna off, wait ten seconds, and switch it on again by hand.");
 }
 
@@ -132,8 +135,10 @@ void Operator::ServePowerSwitch()
     if (wanted == PowerSwitch::LeaveAlone || !supply_.IsThere() || supply_.IsSwitching()) return;
     const double due = cycles_ > 0 ? patienceSeconds : wanted == PowerSwitch::Cycle ? settleSeconds : resetSeconds;
     if (now - switchSince_ < due) return;
-    if (cycles_ == mostCycles)
-        Leave(CodeOfStage(), "The antenna has not started after its power was switched three times.");
+    if (cycles_ == mostCycles) {
+        voice_.Complain("refused", "The antenna has not started after its power was switched three times.");
+        return console_.Leave(CodeOfStage());
+    }
     SwitchPower();
 }
 
@@ -263,6 +268,7 @@ void Operator::GoToVersions()
 void Operator::ChooseConnection()
 {
     if (!frmWizard.bShowPortChoice) return;
+    console_.TellForms();  // what is new there isn't to follow on the question's line
     int picked = options_.usb ? 1 : 0;
     if (!options_.usb && !console_.IsUnattended())
         picked = console_.Ask().Pick(Lines(frmWizard.lblPortSelect.Caption) + "\n",
@@ -376,7 +382,6 @@ void Operator::Flash()
 {
     stage_ = Stage::Flash;
     lastMode_ = STATE_IDLE;
-    Session.iFlashPhase = FLASH_RUNNING;
     Next();
     if (Session.iCommMode == STATE_IDLE) Leave(END_BAD_FILE, "");
     Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
@@ -412,6 +417,7 @@ void Operator::Finish()
 
 void Operator::Work()
 {
+    if (IsExitRequested()) return;  // the wait that led here has brought the end
     try {
         if (!options_.log.empty()) console_.KeepLog();
         if (IsSettingTrue(SETTING_DRY_RUN))

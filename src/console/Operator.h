@@ -20,6 +20,10 @@ public:
     /// The whole session, from the main loop's first wait on. It returns when the program is to end.
     void Work();
 
+    /// After each wait of the main loop, whoever waits: what becomes of the link is noted, and the antenna's power is
+    /// switched where that is asked for.
+    void Watch();
+
     /// The exit code for a session that ended here.
     int CodeOfStage() const;
 
@@ -43,7 +47,7 @@ private:
 
     void Press(Control& button);
     void Next();
-    /// Rounds of the main loop until it holds; the antenna's power is switched where that is asked for.
+    /// Rounds of the main loop until it holds.
     void Await(const std::function<bool()>& holds);
     void ServePowerSwitch();
     void SwitchPower();

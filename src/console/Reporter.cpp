@@ -53,6 +53,7 @@ bool Reporter::IsTransfer()
 
 void Reporter::Look()
 {
+    if (inTransfer_ && !IsTransfer()) EndTransfer();  // its last line stays, ahead of what follows
     if (seen_ != FormsRevision) {
         seen_ = FormsRevision;
         TellStep();
@@ -105,10 +106,10 @@ Progress Reporter::TransferNow()
     while (samples_.size() > 2 && now - samples_[1].seconds > rateOver) samples_.pop_front();
 
     Progress progress;
-    progress.what = Session.iCommMode == STATE_BOOT_UPGRADE ? "Upgrading the boot loader" : "Flashing";
+    progress.what = isUpgrade_ ? "Upgrading the boot loader" : "Flashing";
     progress.percent = frmWizard.ProgressBar1.Value;
     progress.seconds = Session.dFlashStart > 0 ? now - Session.dFlashStart : 0;
-    if (Session.iCommMode == STATE_BOOT_UPGRADE) return progress;
+    if (isUpgrade_) return progress;
     progress.bytes = Session.lBytesSent;
     const Sample& oldest = samples_.front();
     if (now - oldest.seconds >= 0.5) {
@@ -119,16 +120,21 @@ Progress Reporter::TransferNow()
     return progress;
 }
 
+void Reporter::EndTransfer()
+{
+    voice_.Show(TransferNow());
+    voice_.EndProgress();
+    samples_.clear();
+    inTransfer_ = false;
+}
+
 void Reporter::ShowProgress()
 {
-    const bool transfer = IsTransfer();
-    if (transfer) voice_.Show(TransferNow());
-    if (!transfer && inTransfer_) {
-        voice_.EndProgress();
-        samples_.clear();
-    }
-    inTransfer_ = transfer;
+    inTransfer_ = IsTransfer();
+    isUpgrade_ = Session.iCommMode == STATE_BOOT_UPGRADE;
+    if (inTransfer_) voice_.Show(TransferNow());
     // The test of the file.
-    if (!transfer && frmWizard.ProgressBar1.Value > 0 && text::Holds(frmWizard.lblProgressBar.Caption(), "File Check"))
+    if (!inTransfer_ && frmWizard.ProgressBar1.Value > 0 &&
+        text::Holds(frmWizard.lblProgressBar.Caption(), "File Check"))
         voice_.Show({"Checking the file", frmWizard.ProgressBar1.Value});
 }

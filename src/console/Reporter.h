@@ -39,6 +39,7 @@ private:
     void TellNewLines(Growing& text);
     void TellReplaced(Replaced& text);
     void ShowProgress();
+    void EndTransfer();
     Progress TransferNow();
 
     Voice& voice_;
@@ -55,4 +56,5 @@ private:
     };
     std::deque<Sample> samples_;
     bool inTransfer_ = false;
+    bool isUpgrade_ = false;  // and it is the boot loader's
 };

@@ -30,6 +30,7 @@ int RunTask(const Options& options, ConsoleComputer& console, Ports& ports, Voic
     Operator hands(options, console, ports, voice);
     bool prepared = false;
     console.work = [&hands] { hands.Work(); };
+    console.watch = [&hands] { hands.Watch(); };
     Main([&] {
         prepared = true;
         hands.Prepare();

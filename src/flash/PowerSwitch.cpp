@@ -16,11 +16,14 @@ bool AwaitsRestart()
     return waits && frmWizard.iCurrentStep == STEP_6 && !Session.bRestartSeen && !Session.bAntennaInitDone;
 }
 
+/// An antenna that doesn't tell its revisions is waited for until it says anything at all.
+bool AwaitsAnyText() { return Session.iCommMode == STATE_BAPI_REV && Session.iWaitTicks == 0; }
+
 }  // namespace
 
 PowerSwitch WantedOfPowerSwitch()
 {
-    if (AwaitsRestart()) return PowerSwitch::Cycle;
+    if (AwaitsRestart() || AwaitsAnyText()) return PowerSwitch::Cycle;
     if (!AwaitsSignOn()) return PowerSwitch::LeaveAlone;
     return BoardOf(Session.iBoardType).takesFlasha ? PowerSwitch::CycleIfSilent : PowerSwitch::Cycle;
 }

@@ -1,5 +1,5 @@
 #pragma once
-// Whether the flash waits for somebody to cycle the antenna's power.
+// Whether the session waits for somebody to cycle the antenna's power.
 
 enum class PowerSwitch {
     LeaveAlone,

@@ -1,8 +1,7 @@
 #include "desktop/HelpWindow.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -12,6 +11,8 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 #include <algorithm>
+
+#include "host/ShippedFiles.h"
 
 namespace {
 
@@ -25,11 +26,10 @@ QString ReadText(const QString& path)
 
 QString HelpWindow::FindFolder(const QString& programDirectory)
 {
-    const QString own = QCoreApplication::applicationDirPath();
-    const QString places[] = {programDirectory + u"/help"_qs, own + u"/help"_qs, own + u"/../share/burnline/help"_qs};
-    for (const QString& place : places)
-        if (QFile::exists(place + u"/contents.txt"_qs)) return QDir(place).canonicalPath();
-    return places[0];
+    const QString own = programDirectory + u"/help"_qs, contents = u"/contents.txt"_qs;
+    for (const QString& list : {own + contents, FindShipped(u"help"_qs + contents)})
+        if (QFile::exists(list)) return QFileInfo(list).canonicalPath();
+    return own;
 }
 
 HelpWindow::HelpWindow(const QString& folder) : folder_(folder)

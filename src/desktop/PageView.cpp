@@ -1,11 +1,11 @@
 #include "desktop/PageView.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include "desktop/Looks.h"
+#include "host/ShippedFiles.h"
 
 namespace {
 
@@ -32,10 +32,9 @@ void PageView::ShowPage(const QString& path, const QString& anchor)
     constexpr qint64 longest = 4 * 1024 * 1024;  // bytes; an updates log grows for years
     if (path.isEmpty()) return;
     if (path != wanted_ || anchor.isEmpty()) {
-        // What came with the program lies beside it where nobody has put it into the program's directory.
-        const QString beside = QCoreApplication::applicationDirPath() + u'/' + QFileInfo(path).fileName();
         wanted_ = path;
-        page_ = QFile::exists(path) || !QFile::exists(beside) ? path : beside;
+        page_ = path;
+        if (!QFile::exists(path)) page_ = FindShipped(QFileInfo(path).fileName());
         QFile file(page_);
         if (!file.open(QIODevice::ReadOnly)) {
             const QFileInfo info(path);

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <chrono>
@@ -10,6 +11,7 @@
 
 #include "forms/frmWizard.h"
 #include "frame/SessionState.h"
+#include "host/ShippedFiles.h"
 #include "platform/Machine.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -24,6 +26,13 @@ void FollowTimer(QTimer& timer, bool runs, int interval)
         timer.stop();
 }
 
+/// An installed program lies where its user can't write; its directory begins with the configuration that came along.
+void PutConfigurationIfMissing(const QString& directory)
+{
+    const QString name = u"FLASHCFG.TXT"_qs;
+    QFile::copy(FindShipped(u"default/"_qs + name), directory + u'/' + name);  // nothing is overwritten by it
+}
+
 }  // namespace
 
 std::string FindProgramDirectory(const std::string& wanted)
@@ -31,9 +40,12 @@ std::string FindProgramDirectory(const std::string& wanted)
     QString directory = wanted.empty() ? qEnvironmentVariable("BURNLINE_HOME") : QString::fromStdString(wanted);
     const QDir own(QCoreApplication::applicationDirPath());
     const bool portable = own.exists(u"FLASHCFG.TXT"_qs) || own.exists(u"Burnline.ini"_qs);
-    if (directory.isEmpty())
+    const bool named = !directory.isEmpty();
+    if (!named)
         directory = portable ? own.path() : QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     QDir().mkpath(directory);  // where this fails, the log can't be opened, and that is told
+    // What is missing in a directory that somebody named is better told than made up for.
+    if (!named) PutConfigurationIfMissing(directory);
     return QDir::toNativeSeparators(QFileInfo(directory).absoluteFilePath()).toStdString();
 }
 

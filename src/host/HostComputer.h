@@ -58,5 +58,6 @@ private:
 };
 
 /// Where settings, logs, configuration and flash files lie; made when it isn't there yet. `wanted` comes first, then
-/// the environment's, then the program's own directory where these files stand in it, then the user's.
+/// the environment's, then the program's own directory where these files stand in it, then the user's; these two begin
+/// with the configuration that came along.
 std::string FindProgramDirectory(const std::string& wanted = {});

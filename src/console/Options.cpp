@@ -45,6 +45,13 @@ std::string ExitCodes()
     std::exit(END_USAGE);
 }
 
+/// The parser's own way opens a message box on Windows where no console is.
+[[noreturn]] void Print(const QString& words)
+{
+    std::fputs(qPrintable(words), stdout);
+    std::exit(END_DONE);
+}
+
 struct TaskOption {
     const char* name;
     Task task;
@@ -100,8 +107,8 @@ Options ReadOptions()
     QCommandLineParser parser;
     Describe(parser);
     if (!parser.parse(QCoreApplication::arguments())) Refuse(parser.errorText());
-    if (parser.isSet("version")) parser.showVersion();
-    if (parser.isSet("help")) parser.showHelp();
+    if (parser.isSet("version")) Print(QCoreApplication::applicationName() + " " + BURNLINE_REVISION + "\n");
+    if (parser.isSet("help")) Print(parser.helpText());
     if (!parser.positionalArguments().isEmpty())
         Refuse("\"" + parser.positionalArguments().front() + "\" belongs to no option.");
 

@@ -67,7 +67,8 @@ void Road::DrawStation(QPainter& painter, int station) const
     const double radius = std::min(letter * 0.7, tall * 0.45);
     const QPointF center(letter * 1.25, tall * (station + 0.5));
     const QColor ground = palette().color(QPalette::Window), ink = palette().color(QPalette::WindowText);
-    const QColor light = palette().color(QPalette::Highlight);
+    // Behind a box too: on some systems what lights up in a window at work has the colour of the ground in others.
+    const QColor light = palette().color(QPalette::Active, QPalette::Highlight);
     const QColor quiet = Mixed(ink, ground, 0.55);
 
     const double gap = tall / 2.0 - radius;

@@ -5,13 +5,15 @@
 
 int main(int argc, char** argv)
 {
-#ifndef Q_OS_WIN  // there it is the system's own
-    QApplication::setStyle(u"Fusion"_qs);  // the same on every desktop; the colours are the system's
+#ifndef Q_OS_WIN
+    // The same on every desktop but Windows, which has its own; the colours are the system's.
+    QApplication::setStyle(u"Fusion"_qs);
 #endif
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Burnline"_qs);
     QApplication::setApplicationDisplayName(u"Burnline Assistant"_qs);
     QApplication::setApplicationVersion(QStringLiteral(BURNLINE_REVISION));
+    QApplication::setDesktopFileName(u"org.burnline.assistant"_qs);  // by which a desktop finds name and icon
     // Main decides when the program ends, not the last window.
     QApplication::setQuitOnLastWindowClosed(false);
     QString successor;

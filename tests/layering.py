@@ -12,6 +12,7 @@ FLOORS = ["text", "platform", "frame/SessionState", "frame/Wizard", "frame/Round
 FRONT_ENDS = ("console/", "desktop/")
 OUTSIDE_THE_CORE = ("host/",) + FRONT_ENDS
 # The platform's own twins: nobody in the core asks for one system's files.
+SYSTEMS = ("platform/posix/", "platform/win32/")
 STANDARD = re.compile(r"^[a-z_]+$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
 
@@ -52,9 +53,9 @@ def main():
                 other = floor(included)
                 if other is None or other > own:
                     fail(name, included, "an include runs upward; the floors are: " + ", ".join(FLOORS))
-                if included.startswith("platform/posix/") and not name.startswith("platform/"):
+                if included.startswith(SYSTEMS) and not name.startswith("platform/"):
                     fail(name, included, "only platform/ and the front ends know which system they are on")
-            elif not name.startswith("platform/posix/") and not STANDARD.match(included):
+            elif not name.startswith(SYSTEMS) and not STANDARD.match(included):
                 fail(name, included, "the core uses the standard library only")
     for source in sorted(list(ROOT.glob("simulator/**/*.h")) + list(ROOT.glob("simulator/**/*.cpp"))):
         for line in source.read_text(encoding="utf-8").splitlines():

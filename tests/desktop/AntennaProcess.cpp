@@ -7,11 +7,12 @@
 #include "tests/desktop/ProgramHome.h"
 
 AntennaProcess::AntennaProcess(int board, const std::filesystem::path& link, bool fast, const std::string& unit,
-                               bool usb)
+                               bool usb, bool quick)
 {
     QStringList arguments{"--board", QString::number(board), "--link", QString::fromStdString(link.string())};
     if (fast) arguments << "--fast";
     if (usb) arguments << "--usb";
+    if (quick) arguments << "--quick";
     if (!unit.empty()) arguments << "--unit" << QString::fromStdString(unit);
     child_.Start(ANTENNA_PROGRAM, arguments);
     WaitFor("the software runs");
@@ -28,6 +29,12 @@ void AntennaProcess::WaitFor(const std::string& words, double seconds)
     }
     const std::string last = said_.empty() ? "nothing" : said_.back();
     throw std::runtime_error("the antenna didn't say \"" + words + "\", but at last: " + last);
+}
+
+std::string AntennaProcess::PowerCommand()
+{
+    const std::string input = "/proc/" + std::to_string(child_.Process().processId()) + "/fd/0";
+    return "printf 'power off\\npower on\\n' >" + input;
 }
 
 std::string AntennaProcess::Heard()

@@ -11,11 +11,14 @@
 class AntennaProcess {
 public:
     /// Switched on; returns when its software runs. Without a unit it is the first one of the board type; on USB its
-    /// port goes and comes with its power.
+    /// port goes and comes with its power; a quick one starts and erases in a fifth of the time.
     AntennaProcess(int board, const std::filesystem::path& link, bool fast, const std::string& unit = {},
-                   bool usb = false);
+                   bool usb = false, bool quick = false);
 
     void Do(const std::string& command) { child_.Write(command); }
+
+    /// A shell's command that switches its power off and on, for whoever has no other hand on it.
+    std::string PowerCommand();
 
     /// Reads on until a line of its output holds the words; raises std::runtime_error when none does in that time.
     void WaitFor(const std::string& words, double seconds = 20);

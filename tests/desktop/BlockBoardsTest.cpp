@@ -1,7 +1,6 @@
 // Boards that take blocks, and the one of three stages, from "Welcome!" to "Finished!" in the real window.
 
 #include <QThread>
-#include <random>
 #include <sstream>
 
 #include "tests/desktop/RealWindow.h"
@@ -24,35 +23,6 @@ protected:
         const std::string wait = "COMMON POSTFLASH RFBOARD$WAIT 10";
         config.replace(config.find(wait), wait.size(), "COMMON POSTFLASH RFBOARD$WAIT 1");
         WriteAll(home.Path("FLASHCFG.TXT"), config);
-    }
-
-    static void Shell(const std::string& command)
-    {
-        if (std::system((command + " 2>/dev/null").c_str()) != 0) throw std::runtime_error("failed: " + command);
-    }
-
-    std::string Quoted(const std::string& name) const { return "'" + home.Path(name).string() + "'"; }
-
-    /// A file of `size` bytes from `offset` on. `more` are further options of srec_cat.
-    void Make(const std::string& name, std::size_t size, int offset, const std::string& more = {})
-    {
-        // A fixed seed, under which no block of a boot area has the echo zero: that one is noise.
-        std::mt19937 random(static_cast<unsigned>(size));
-        std::string bytes(size, '\0');
-        for (char& byte : bytes) byte = static_cast<char>(random() & 0xFF);
-        WriteAll(home.Path("data.bin"), bytes);
-        const std::string form = name.ends_with(".HEX") ? " -Intel " : " -Motorola ";
-        Shell("srec_cat " + Quoted("data.bin") + " -Binary -offset " + std::to_string(offset) + " " + more + " -o " +
-              Quoted(name) + form + "-CRLF -Output_Block_Size=32");
-    }
-
-    /// What srec_cat makes of a file on an erased image of 128 KB; `more` are further filters.
-    std::string Judged(const std::string& name, const std::string& more = {}) const
-    {
-        const std::string form = name.ends_with(".HEX") ? " -Intel " : " -Motorola ";
-        Shell("srec_cat " + Quoted(name) + form + more + " -crop 0 131072 -fill 0xFF 0 131072 -o " +
-              Quoted("judged.bin") + " -Binary");
-        return home.Bytes("judged.bin");
     }
 
     /// What a board holds that got its blocks out of these images; 0xFF where none was sent.
@@ -159,43 +129,45 @@ protected:
 
 TEST_F(BlockBoards, takes_a_board_with_a_boot_area_to_its_end)
 {
-    Make("F61197A.S19", 70000, 1000, "-exclude 35000 35200");
-    Make("F61130A.S19", 4096, 128);
+    home.MakeRecords("F61197A.S19", 70000, 1000, "-exclude 35000 35200");
+    home.MakeRecords("F61130A.S19", 4096, 128);
     Start(13, "BRIX MOTOR");
     ChooseInList("cboBoardToFlash", {"B", "Down"}, "BRIX Motor Controller board");
     wizard->Click("optSerial");
     StartFlash("F61197A.S19");
     CyclePowerWhenAsked();
-    EXPECT_TRUE(AwaitFlashed().memory == Sent(small, Judged("F61130A.S19"), Judged("F61197A.S19")));
+    EXPECT_TRUE(AwaitFlashed().memory ==
+                Sent(small, home.JudgedRecords("F61130A.S19"), home.JudgedRecords("F61197A.S19")));
     Finish();
 }
 
 TEST_F(BlockBoards, gives_a_board_without_a_boot_area_one_and_takes_it_to_its_end)
 {
-    Make("F61172A.S19", 50000, 9000);
-    Make("F61130A.S19", 4096, 128);
+    home.MakeRecords("F61172A.S19", 50000, 9000);
+    home.MakeRecords("F61130A.S19", 4096, 128);
     Start(3, "CORA MOTOR OLD");
     ChooseInList("cboBoardToFlash", {"C", "Down"}, "CORA Motor Controller board");
     wizard->Click("optSerial");
     StartFlash("F61172A.S19");
     CyclePowerWhenAsked();
     antenna->WaitFor("there was no room for a boot area");
-    EXPECT_TRUE(AwaitFlashed().memory == Sent(small, Judged("F61130A.S19"), Judged("F61172A.S19")));
+    EXPECT_TRUE(AwaitFlashed().memory ==
+                Sent(small, home.JudgedRecords("F61130A.S19"), home.JudgedRecords("F61172A.S19")));
     Finish();
 }
 
 TEST_F(BlockBoards, lays_the_second_file_of_an_RF6_over_the_first_and_keeps_its_parameters)
 {
-    Make("F61205M.S19", 34000, 6208);
-    Make("F61210A.HEX", 16000, 40960);
-    Make("F61140A.S19", 4096, 128);
+    home.MakeRecords("F61205M.S19", 34000, 6208);
+    home.MakeRecords("F61210A.HEX", 16000, 40960);
+    home.MakeRecords("F61140A.S19", 4096, 128);
     Start(20, "RF6");
     const auto before = ChooseRFBoard("DVB/DSS 6");
     StartFlash("F61205M.S19");
     const auto flashed = AwaitFlashed(90);
-    std::string image = Judged("F61205M.S19");
-    image.replace(40960, 16000, Judged("F61210A.HEX"), 40960, 16000);
-    EXPECT_TRUE(flashed.memory == Sent(small, Judged("F61140A.S19"), image));
+    std::string image = home.JudgedRecords("F61205M.S19");
+    image.replace(40960, 16000, home.JudgedRecords("F61210A.HEX"), 40960, 16000);
+    EXPECT_TRUE(flashed.memory == Sent(small, home.JudgedRecords("F61140A.S19"), image));
     Finish();
     ExpectRestored(before, flashed);
 }
@@ -203,22 +175,22 @@ TEST_F(BlockBoards, lays_the_second_file_of_an_RF6_over_the_first_and_keeps_its_
 TEST_F(BlockBoards, replaces_an_old_boot_loader_first_and_flashes_with_the_new_one)
 {
     // One copy of the boot loader lies in the upper 32 KB and is folded down, and so is all of the flash file.
-    Make("F61110A.S19", 4096, 33792);
-    Make("F61120A.S19", 4096, 128);
-    Make("F61201B.S19", 30000, 34268);
+    home.MakeRecords("F61110A.S19", 4096, 33792);
+    home.MakeRecords("F61120A.S19", 4096, 128);
+    home.MakeRecords("F61201B.S19", 30000, 34268);
     Start(1, "RF2 OLD");
     const auto before = ChooseRFBoard("DVB/DSS 2");
     StartFlash("F61201B.S19");
     wizard->AnswerBox("The bootloader has been upgraded", "OK", 90);
     antenna->Dump(home.Path("upgraded"));
-    const std::string loader = Judged("F61110A.S19", "-offset - 32768").substr(1024, 31232);
+    const std::string loader = home.JudgedRecords("F61110A.S19", "-offset - 32768").substr(1024, 31232);
     EXPECT_TRUE(ReadAll(home.Path("upgraded") / "boot.bin").substr(1024) == loader);
     wizard->WaitForText("lblFlashStatus_0", "upgraded");
     CyclePower();
 
     const auto flashed = AwaitFlashed();
-    std::string image = Judged("F61201B.S19", "-offset - 32768");
-    const std::string boot = Judged("F61120A.S19");
+    std::string image = home.JudgedRecords("F61201B.S19", "-offset - 32768");
+    const std::string boot = home.JudgedRecords("F61120A.S19");
     image.replace(128, 4096, boot, 128, 4096);  // the boot file is laid over the image and sent in both legs
     EXPECT_TRUE(flashed.memory == Sent(oldRF, boot, image));
     Finish();
@@ -227,14 +199,16 @@ TEST_F(BlockBoards, replaces_an_old_boot_loader_first_and_flashes_with_the_new_o
 
 TEST_F(BlockBoards, waits_for_a_USB_port_that_goes_and_comes_with_the_antennas_power)
 {
-    Make("F61360A.S19", 60000, 6016);  // a record that begins ahead of index 6208 isn't sent, not even in part
-    Make("F61145A.S19", 4096, 128);
+    home.MakeRecords("F61360A.S19", 60000,
+                     6016);  // a record that begins ahead of index 6208 isn't sent, not even in part
+    home.MakeRecords("F61145A.S19", 4096, 128);
     Start(15, "TOSA", Speed::Fast, true);
     ChooseInList("cboOtherBoard", {"R"}, "Roaming Tuner");
     wizard->Click("optUSB");
     StartFlash("F61360A.S19");
     CyclePowerWhenAsked();
-    EXPECT_TRUE(AwaitFlashed().memory == Sent(small, Judged("F61145A.S19"), Judged("F61360A.S19")));
+    EXPECT_TRUE(AwaitFlashed().memory ==
+                Sent(small, home.JudgedRecords("F61145A.S19"), home.JudgedRecords("F61360A.S19")));
     EXPECT_FALSE(wizard->HasBox()) << "the port was expected to go";
     wizard->Click("cmdNav_2");
     wizard->WaitForText("lblFlashStatus_1", "Please power off the antenna");
@@ -247,9 +221,9 @@ TEST_F(BlockBoards, waits_for_a_USB_port_that_goes_and_comes_with_the_antennas_p
 
 TEST_F(BlockBoards, takes_all_three_stages_at_the_fast_speed_of_the_line)
 {
-    Make("F61350A.S19", 2000, 8320);
-    Make("F61340B.S19", 1500, 9000, "-header F61340B");
-    Make("F61357B.S19", 1200, 500, "-header F61357B");
+    home.MakeRecords("F61350A.S19", 2000, 8320);
+    home.MakeRecords("F61340B.S19", 1500, 9000, "-header F61340B");
+    home.MakeRecords("F61357B.S19", 1200, 500, "-header F61357B");
     WriteAll(home.Path("Burnline.ini"), home.Bytes("Burnline.ini") + "UseFastBaud=True\r\n");
     Start(21, "RF7", Speed::OfTheLine);
     const auto before = ChooseRFBoard("DVB/DSS 7");
@@ -262,7 +236,7 @@ TEST_F(BlockBoards, takes_all_three_stages_at_the_fast_speed_of_the_line)
         {"memory.bin", "F61350A.S19"}, {"fpga.bin", "F61340B.S19"}, {"bapi.bin", "F61357B.S19"}};
     for (const auto& [dumped, file] : stages) {
         const std::string held = ReadAll(home.Path("flashed") / dumped);
-        EXPECT_TRUE(held.size() > 1000 && held == Judged(file).substr(0, held.size())) << dumped;
+        EXPECT_TRUE(held.size() > 1000 && held == home.JudgedRecords(file).substr(0, held.size())) << dumped;
     }
     Finish();
     ExpectRestored(before, flashed);

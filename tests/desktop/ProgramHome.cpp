@@ -18,6 +18,8 @@ void Run(const std::string& command)
 
 std::string Quoted(const fs::path& path) { return "'" + path.string() + "'"; }
 
+std::string FormatOf(const std::string& name) { return name.ends_with(".HEX") ? " -Intel " : " -Motorola "; }
+
 fs::path NewDirectory()
 {
     std::string name = (fs::temp_directory_path() / "burnline-XXXXXX").string();
@@ -57,6 +59,24 @@ void ProgramHome::MakeFlashFile(const std::string& name, int lines) const
     WriteAll(Path("data.bin"), data);
     Run("srec_cat " + Quoted(Path("data.bin")) + " -Binary -offset 0x200 -o " + Quoted(Path(name)) +
         " -Intel -line-length=44 -CRLF");
+}
+
+void ProgramHome::MakeRecords(const std::string& name, std::size_t size, int offset, const std::string& more) const
+{
+    // A fixed seed, under which no block of a boot area has the echo zero: that one is noise.
+    std::mt19937 random(static_cast<unsigned>(size));
+    std::string bytes(size, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random() & 0xFF);
+    WriteAll(Path("data.bin"), bytes);
+    Run("srec_cat " + Quoted(Path("data.bin")) + " -Binary -offset " + std::to_string(offset) + " " + more + " -o " +
+        Quoted(Path(name)) + FormatOf(name) + "-CRLF -Output_Block_Size=32 2>/dev/null");
+}
+
+std::string ProgramHome::JudgedRecords(const std::string& name, const std::string& more) const
+{
+    Run("srec_cat " + Quoted(Path(name)) + FormatOf(name) + more + " -crop 0 131072 -fill 0xFF 0 131072 -o " +
+        Quoted(Path("judged.bin")) + " -Binary 2>/dev/null");
+    return Bytes("judged.bin");
 }
 
 std::string ProgramHome::Bytes(const std::string& name) const { return ReadAll(Path(name)); }

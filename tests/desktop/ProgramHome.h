@@ -20,6 +20,13 @@ public:
     /// A flash file of `lines` records of 16 bytes, made by srec_cat from a fixed seed.
     void MakeFlashFile(const std::string& name, int lines) const;
 
+    /// The same as S-records or lines of Intel HEX, by its name: `size` bytes from `offset` on; `more` are further
+    /// options of srec_cat.
+    void MakeRecords(const std::string& name, std::size_t size, int offset, const std::string& more = {}) const;
+
+    /// What srec_cat makes of such a file on an erased image of 128 KB; `more` are further filters.
+    std::string JudgedRecords(const std::string& name, const std::string& more = {}) const;
+
     std::filesystem::path Path(const std::string& name) const { return directory_ / name; }
     std::string Bytes(const std::string& name) const;
     std::filesystem::path AntennaLink() const { return Path("antenna"); }

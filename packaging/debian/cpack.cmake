@@ -10,6 +10,8 @@ set(CPACK_PACKAGE_CONTACT "Burnline Assistant developers <burnline@example.org>"
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION comm)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# A server of updates with an https address is believed only with these.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ca-certificates)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # An administrator's list survives upgrades.
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${debian}/conffiles)

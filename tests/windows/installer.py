@@ -182,7 +182,7 @@ def for_all_users(windows, setup):
     remove_quietly(windows, entry)
     wait_until(lambda: windows.registered("HKLM") is None, "it is still registered")
     left = windows.files() - before
-    expect(left == {place, place / "notes.txt"}, f"left behind: {left}")
+    expect(left == {place, place / "notes.txt"}, f"left are {left}, not the user's notes alone")
 
 
 def portable(windows, archive):

@@ -10,6 +10,7 @@
 #include "desktop/Looks.h"
 #include "desktop/Minisign.h"
 #include "platform/Failure.h"
+#include "platform/ProgramFiles.h"
 #include "text/Text.h"
 
 namespace {
@@ -69,7 +70,7 @@ bool NetUpdater::IsProgram(const UpdateFile& file) const
 std::filesystem::path NetUpdater::TargetOf(const UpdateFile& file) const
 {
     const QString path = IsProgram(file) ? program_ : directory_ + u'/' + QString::fromStdString(file.Name);
-    return path.toStdString();
+    return PathOf(path.toStdString());
 }
 
 bool NetUpdater::IsNew(const UpdateFile& file) const
@@ -286,7 +287,7 @@ void NetUpdater::EndDownload(int code, const QString& problem)
 std::vector<PlacedFile> NetUpdater::Placed() const
 {
     std::vector<PlacedFile> files;
-    for (const UpdateFile& file : new_) files.push_back({staging_.WholeOf(file).toStdString(), TargetOf(file)});
+    for (const UpdateFile& file : new_) files.push_back({PathOf(staging_.WholeOf(file).toStdString()), TargetOf(file)});
     return files;
 }
 
@@ -312,7 +313,7 @@ bool NetUpdater::ReplaceAfterEnd(QString& problem)
     if (!replaceAfterEnd_) return false;
     replaceAfterEnd_ = false;
     try {
-        ReplaceFiles(directory_.toStdString(), Placed());
+        ReplaceFiles(PathOf(directory_.toStdString()), Placed());
         staging_.Discard();
     } catch (...) {
         std::string words;

@@ -16,6 +16,7 @@
 #include "frame/Wizard.h"
 #include "link/SerialPortIO.h"
 #include "platform/Computer.h"
+#include "platform/ProgramFiles.h"
 #include "text/Text.h"
 
 namespace {
@@ -171,8 +172,9 @@ void cmdOpenScriptFile_Click()
                             computer->ProgramDirectory(), ""};
     const std::vector<std::string> chosen = computer->OpenDialog(dialog);
     if (chosen.empty()) return;
-    const std::string name = std::filesystem::path(chosen.front()).filename().string();
-    ScriptFile script = ReadScriptFile(chosen.front());
+    const std::filesystem::path path = PathOf(chosen.front());
+    const std::string name = path.filename().string();
+    ScriptFile script = ReadScriptFile(path);
     if (!script.problem.empty())
         computer->MsgBox("The script file was not read, or not to its end - " + chosen.front() + "\n\n" +
                              script.problem + "\n\nPlease check the file, then open it again.",

@@ -7,10 +7,19 @@
 
 namespace fs = std::filesystem;
 
+fs::path PathOf(const std::string& words)
+{
+    try {
+        return fs::path(std::u8string(words.begin(), words.end()));
+    } catch (const fs::filesystem_error&) {
+        return fs::path(words);  // an older configuration's name, in letters of a single byte
+    }
+}
+
 fs::path ProgramFile(const std::string& name)
 {
-    const fs::path given = fs::path(name);
-    return given.is_absolute() ? given : fs::path(computer->ProgramDirectory()) / given;
+    const fs::path given = PathOf(name);
+    return given.is_absolute() ? given : PathOf(computer->ProgramDirectory()) / given;
 }
 
 bool ProgramFileExists(const std::string& name)
@@ -26,7 +35,7 @@ std::vector<std::string> FamilyFiles(const std::string& name)
     const std::string ending = "." + text::Right(name, 3);
     std::vector<std::string> found;
     std::error_code ignored;
-    for (const fs::directory_entry& entry : fs::directory_iterator(computer->ProgramDirectory(), ignored)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(PathOf(computer->ProgramDirectory()), ignored)) {
         const std::string candidate = entry.path().filename().string();
         if (candidate.size() >= stem.size() + ending.size() && text::StartsWith(candidate, stem) &&
             text::Equal(text::Right(candidate, 4), ending) && !entry.is_directory(ignored))

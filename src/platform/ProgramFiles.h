@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+/// A path from its words. The program's words are UTF-8, whatever the system makes of names; so are a path's
+/// `string()`.
+std::filesystem::path PathOf(const std::string& words);
+
 /// The path of a file in the program's directory; a name with a directory of its own stays as it is.
 std::filesystem::path ProgramFile(const std::string& name);
 

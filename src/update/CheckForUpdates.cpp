@@ -9,6 +9,7 @@
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
+#include "platform/ProgramFiles.h"
 #include "platform/Updater.h"
 #include "text/Text.h"
 #include "update/Replacement.h"
@@ -231,7 +232,7 @@ void CheckForUpdates()
 void EndLeftReplacement()
 {
     try {
-        FinishReplacement(computer->ProgramDirectory());
+        FinishReplacement(PathOf(computer->ProgramDirectory()));
     } catch (...) {
         std::string detail;
         FailureNumber(detail);

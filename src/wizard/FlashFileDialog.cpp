@@ -55,8 +55,9 @@ void HideDialog()
 std::string NameOf(const std::string& path)
 {
     std::error_code ignored;
-    const fs::path file(path);
-    return fs::equivalent(file.parent_path(), computer->ProgramDirectory(), ignored) ? file.filename().string() : path;
+    const fs::path file = PathOf(path);
+    const bool isBeside = fs::equivalent(file.parent_path(), PathOf(computer->ProgramDirectory()), ignored);
+    return isBeside ? file.filename().string() : path;
 }
 
 /// A way for service staff to take any file. Cancelled, it leaves the list as it was.
@@ -76,7 +77,7 @@ void BrowseForFile()
 void cmdOverrideFile_Click()
 {
     if (dialog.Self.Visible) frmSelectFlashFileDialog_cmdCancel_Click();
-    const std::vector<std::string> family = FamilyFiles(fs::path(Session.sFlashFile).filename().string());
+    const std::vector<std::string> family = FamilyFiles(PathOf(Session.sFlashFile).filename().string());
     if (family.size() < 2) {
         ShowMsgBox(13, "");
         return;

@@ -23,14 +23,15 @@ enum class Place { Free, TryAnother, GiveUp };
 Place FreePlace(const std::string& name)
 {
     std::error_code error;
-    if (!fs::exists(name, error)) return Place::Free;
-    const bool isFile = fs::is_regular_file(name, error);
+    const fs::path path = PathOf(name);
+    if (!fs::exists(path, error)) return Place::Free;
+    const bool isFile = fs::is_regular_file(path, error);
     if (isFile) {
         const Answer answer =
             computer->MsgBox("Replace existing file - " + name, Buttons::YesNoCancel, Icon::Question, SaveTitle);
         if (answer == Answer::No) return Place::TryAnother;
         if (answer != Answer::Yes) return Place::GiveUp;
-        if (fs::remove(name, error)) return Place::Free;
+        if (fs::remove(path, error)) return Place::Free;
     }
     computer->MsgBox("This file can't be replaced - " + name + "\n\nPlease choose another name.", Buttons::OK,
                      Icon::Exclamation, SaveTitle);
@@ -41,7 +42,7 @@ Place FreePlace(const std::string& name)
 bool IsTheLog(const std::string& name)
 {
     std::error_code ignored;
-    return fs::equivalent(name, ProgramFile("BNL.LOG"), ignored);
+    return fs::equivalent(PathOf(name), ProgramFile("BNL.LOG"), ignored);
 }
 
 /// From the pre-flash commands to the last restored parameter.

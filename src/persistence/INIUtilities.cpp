@@ -108,11 +108,17 @@ void TellLoadFailure(int number, const std::string& what)
     SetExitRequested(true);
 }
 
+void Rename(const fs::path& from, const fs::path& to)
+{
+    const std::error_code error = RenameOver(from, to);
+    if (error) throw fs::filesystem_error("rename", from, to, error);
+}
+
 void WriteSettings()
 {
     WriteWholeFile(NewFile(), BuildSettingsText(settings));
-    if (Exists(ConfigFile())) fs::rename(ConfigFile(), OldFile());
-    fs::rename(NewFile(), ConfigFile());
+    if (Exists(ConfigFile())) Rename(ConfigFile(), OldFile());
+    Rename(NewFile(), ConfigFile());
     fs::remove(OldFile());
 }
 

@@ -9,6 +9,7 @@
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "platform/ProgramFiles.h"
+#include "platform/WholeFile.h"
 #include "text/Text.h"
 
 namespace fs = std::filesystem;
@@ -21,6 +22,7 @@ std::FILE* updatesLogFile = nullptr;
 /// A directory that can't be written is told once: by then the program is on its way out.
 void TellFailure(int number, const std::string& origin)
 {
+    if (number == FAIL_ALREADY_OPEN) number = FAIL_FILE_ACCESS;  // the catalogue has words for it
     if (!IsExitRequested()) ShowMsgBox(number, origin);
 }
 
@@ -89,8 +91,7 @@ bool CloseLogAndCopyTo(const std::string& path)
     const fs::path log = ProgramFile("BNL.LOG");
     const fs::path copy = ProgramFile(path);
     if (fs::equivalent(log, copy, error)) return true;  // the user chose the log itself
-    error.clear();
-    return fs::copy_file(log, copy, fs::copy_options::overwrite_existing, error);
+    return !CopyOver(log, copy);
 }
 
 void OpenUpdatesLog()

@@ -23,6 +23,9 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
 /// be deleted before that ends has the name with ".bnl-run" behind it.
 std::error_code RenameOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
+/// Copies a file; one that has the new name already is overwritten.
+std::error_code CopyOver(const std::filesystem::path& from, const std::filesystem::path& to);
+
 /// What was written of a file, or renamed in a directory, is on the disk when the call returns; where the system can't
 /// do that it does nothing. Raises Failure when the disk refuses.
 void SyncToDisk(const std::filesystem::path& path);

@@ -6,6 +6,7 @@
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "platform/WholeFile.h"
 #include "update/Update.h"
 #include "update/UpdateList.h"
 
@@ -18,15 +19,16 @@ namespace {
 std::string Import(const fs::path& path)
 {
     const fs::path target = ProgramFile(path.filename().string());
-    const fs::path beside = target.string() + ".bnl-import";
+    fs::path beside = target;
+    beside += ".bnl-import";
     std::error_code error, ignored;
     const std::string problem = NameProblem(path.filename().string());
     if (!problem.empty()) return problem;
     if (fs::equivalent(path, target, ignored)) return "it is in that directory already";
     if (!fs::is_regular_file(path, error)) return error ? error.message() : "it is no file";
     if (fs::exists(target, ignored) && !fs::is_regular_file(target, ignored)) return "a directory has that name there";
-    fs::copy_file(path, beside, fs::copy_options::overwrite_existing, error);
-    if (!error) fs::rename(beside, target, error);
+    error = CopyOver(path, beside);
+    if (!error) error = RenameOver(beside, target);
     if (error) fs::remove(beside, ignored);
     return error ? error.message() : "";
 }
@@ -37,7 +39,7 @@ void ImportFiles(const std::vector<std::string>& paths)
 {
     std::string failed;
     for (const std::string& path : paths) {
-        const std::string problem = Import(path);
+        const std::string problem = Import(PathOf(path));
         // Logged whether it was copied or not, on purpose; what was not is told below.
         WriteLogLine("++>Updated (copied) Flash File: " + path);
         if (!problem.empty()) failed += "\n" + path + ": " + problem + ".";

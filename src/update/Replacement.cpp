@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "platform/Failure.h"
+#include "platform/ProgramFiles.h"
 #include "platform/WholeFile.h"
 
 namespace fs = std::filesystem;
@@ -22,8 +23,11 @@ struct Place {
     fs::path target;
     bool hadFormer = false;
 
-    fs::path New() const { return target.string() + ".bnl-new"; }
-    fs::path Former() const { return target.string() + ".bnl-old"; }
+    fs::path New() const { return Beside(".bnl-new"); }
+    fs::path Former() const { return Beside(".bnl-old"); }
+
+private:
+    fs::path Beside(const char* ending) const { return fs::path(target).concat(ending); }
 };
 
 /// Makes one change after the other; a failure of the file system is raised with its file's name.
@@ -47,9 +51,7 @@ public:
     void Copy(const fs::path& from, const fs::path& to)
     {
         Step();
-        std::error_code error;
-        fs::copy_file(from, to, fs::copy_options::overwrite_existing, error);
-        Check(error, to);
+        Check(CopyOver(from, to), to);
         Step();
         SyncToDisk(to);
     }
@@ -98,7 +100,7 @@ std::vector<Place> PlacesOf(const std::string& record)
     for (std::size_t at = 0; at < record.size();) {
         const std::size_t end = record.find('\0', at);
         if (end == std::string::npos) break;  // cut off while it was written: no file was touched yet
-        places.push_back({record.substr(at + 1, end - at - 1), record[at] == '1'});
+        places.push_back({PathOf(record.substr(at + 1, end - at - 1)), record[at] == '1'});
         at = end + 1;
     }
     return places;

@@ -36,6 +36,8 @@ int WriteAll(int descriptor, std::string_view bytes)
 
 }  // namespace
 
+int FailureFromError(const std::error_code& error) { return FailureFromErrno(error.value()); }
+
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
 {
     const auto fail = [&path](int error) {
@@ -54,6 +56,13 @@ std::error_code RenameOver(const std::filesystem::path& from, const std::filesys
 {
     std::error_code error;
     std::filesystem::rename(from, to, error);
+    return error;
+}
+
+std::error_code CopyOver(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    std::error_code error;
+    std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
     return error;
 }
 

@@ -47,7 +47,33 @@ DWORD WriteAll(HANDLE file, std::string_view bytes)
     return FlushFileBuffers(file) ? 0 : GetLastError();
 }
 
+std::error_code Code(DWORD error) { return {static_cast<int>(error), std::system_category()}; }
+
+bool IsFile(const std::filesystem::path& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+/// 0, or the system's error. What looks for viruses, or for words, holds a new file for a moment.
+DWORD Move(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    constexpr int tries = 20;
+    for (int tried = 1;; ++tried) {
+        if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) return 0;
+        const DWORD error = GetLastError();
+        if (error != ERROR_SHARING_VIOLATION || tried == tries) return error;
+        ::Sleep(50);
+    }
+}
+
 }  // namespace
+
+int FailureFromError(const std::error_code& error)
+{
+    if (error == Code(ERROR_SHARING_VIOLATION) || error == Code(ERROR_LOCK_VIOLATION)) return FAIL_ALREADY_OPEN;
+    return FailureFromErrno(error.default_error_condition().value());
+}
 
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
 {
@@ -63,20 +89,25 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
 
 std::error_code RenameOver(const std::filesystem::path& from, const std::filesystem::path& to)
 {
-    const auto move = [](const std::filesystem::path& file, const std::filesystem::path& name) {
-        return MoveFileExW(file.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    };
-    const auto failed = [](DWORD error) { return std::error_code(static_cast<int>(error), std::system_category()); };
-    if (move(from, to)) return {};
-    const DWORD refused = GetLastError();
-    if (refused != ERROR_ACCESS_DENIED && refused != ERROR_SHARING_VIOLATION) return failed(refused);
+    const DWORD refused = Move(from, to);
+    if (refused != ERROR_ACCESS_DENIED || !IsFile(to)) return Code(refused);
     // A program that runs can't be replaced or deleted, but it can be renamed.
     const std::filesystem::path aside = to.wstring() + L".bnl-run";
-    if (!move(to, aside)) return failed(refused);
-    if (move(from, to)) return {};
-    const DWORD error = GetLastError();
-    move(aside, to);
-    return failed(error);
+    if (const DWORD held = Move(to, aside)) return Code(held);
+    const DWORD error = Move(from, to);
+    if (error != 0)
+        Move(aside, to);
+    else
+        DeleteFileW(aside.c_str());  // what was only held for a moment can go
+    return Code(error);
+}
+
+/// By the system itself: std::filesystem takes any two files of this system for one, and refuses. What comes from a
+/// disc that can't be written is not so here.
+std::error_code CopyOver(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    if (!CopyFileW(from.c_str(), to.c_str(), FALSE)) return Code(GetLastError());
+    return Code(SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL) ? 0 : GetLastError());
 }
 
 /// A rename is kept by the file system's own journal; only what was written to a file can still be on its way.

@@ -77,6 +77,7 @@ VirtualComputer::VirtualComputer()
     computer = this;
     MSComm1 = this;
     directory = directory_.path;
+    GetDefaultValues();  // no test finds the settings of another
     WriteFile(directory / "Burnline.ini", "[BurnlineParameters]\r\nCOMMPort=7\r\n");
 }
 

@@ -14,7 +14,7 @@
 #include "desktop/Desktop.h"
 #include "forms/frmWizard.h"
 #include "tests/desktop/ProgramHome.h"
-#include "tests/platform/Restrictions.h"
+#include "tests/platform/posix/Restrictions.h"
 
 namespace fs = std::filesystem;
 

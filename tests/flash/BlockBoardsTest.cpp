@@ -38,7 +38,7 @@ protected:
 
     void Copy(const std::string& from, const std::string& to)
     {
-        fs::copy_file(pc.directory / from, pc.directory / to, fs::copy_options::overwrite_existing);
+        WriteFile(pc.directory / to, ReadFile(pc.directory / from));
     }
 
     void Make(const std::string& name, std::size_t size, int offset, const std::string& options)

@@ -1,18 +1,11 @@
 #include "tests/flash/FlashFiles.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <random>
 
 #include "tests/VirtualComputer.h"
 
 namespace fs = std::filesystem;
-
-void Shell(const std::string& command) { ASSERT_EQ(0, std::system((command + " 2>/dev/null").c_str())) << command; }
-
-std::string Quoted(const fs::path& path) { return "'" + path.string() + "'"; }
 
 void MakeFlashFile(const fs::path& file, std::size_t size, int offset, const std::string& options)
 {

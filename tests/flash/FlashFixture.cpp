@@ -30,11 +30,12 @@ void FlashFixture::Start(int boardType, const std::string& unit, int lines)
     TempDirectory directory;
     const fs::path hex = directory.path / "small.HEX";
     MakeFlashFile(hex, static_cast<std::size_t>(lines) * 16, 0x200, "-Intel -line-length=44 -CRLF");
+    const std::string flashFile = ReadFile(hex);
     for (const std::string& line : text::Split(text, "\n")) {
         const std::vector<std::string> fields = text::Split(line, "$");
         if (fields.size() < 6 || fields[0] != "ANTENNA" || !text::Holds(fields[5], ".HEX")) continue;
         for (const std::string& file : text::Split(fields[5], ":"))
-            fs::copy_file(hex, pc.directory / text::Trim(file), fs::copy_options::overwrite_existing);
+            WriteFile(pc.directory / text::Trim(file), flashFile);
     }
     if (!pc.onModal) pc.onModal = ChooseNoModel;
     pc.timeLimit = pc.now + 20000;

@@ -8,7 +8,6 @@
 
 #include "persistence/Logs.h"
 #include "tests/VirtualComputer.h"
-#include "tests/platform/Restrictions.h"
 
 class ProgramDirectoryTest : public testing::Test {
 protected:

@@ -1,53 +1,11 @@
-#include <signal.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-
-#include "frame/Wizard.h"
-#include "persistence/INIUtilities.h"
 #include "persistence/SettingsText.h"
-#include "tests/persistence/ProgramDirectory.h"
+#include "tests/persistence/SettingsFixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-const std::string Header =
-    ";This file is used by the QEL Systems Burnline.\r\n"
-    ";Modifying this file will only take effect on the next reboot of the Burnline.\r\n"
-    "\r\n"
-    ";NOTE: There should be NO spacing between parameter names and values.\r\n"
-    "\r\n"
-    "[BurnlineParameters]\r\n";
 const std::string Address = "https://updates.example.invalid/bnlupdates/BNLUpdate.txt";
-
-/// What somebody has set: every setting differs from its default, the hidden ones stand in the file.
-const std::string Everything = Header +
-                               "FileName=Burnline.ini\r\nRevision=12\r\nCOMMPort=14\r\nBaudRate=19200\r\n"
-                               "LastUpdate=2026-05-01\r\nUpdateURL=ftp://a.example/list.txt\r\nLastMessage=31\r\n"
-                               "AutoCheckForUpdates=False\r\nTransmitDelay=3\r\nTransmitDelayOriginal=3\r\n"
-                               "AutoRetryOnce=False\r\nUseFastBaud=True\r\nDryRunMode=TRUE";
-
-class SettingsTest : public ProgramDirectoryTest {
-protected:
-    void Load(const std::string& file)
-    {
-        Put("Burnline.ini", file);
-        GetDefaultValues();
-    }
-
-    void ExpectRefusedAndUntouched(const std::string& words)
-    {
-        GetDefaultValues();
-        ASSERT_EQ(machine.boxes.size(), 1u);
-        EXPECT_TRUE(machine.BoxWasShown("While trying to access Burnline.ini, we encountered an unknown error, #"));
-        EXPECT_TRUE(machine.BoxWasShown(words)) << machine.boxes[0].words;
-        EXPECT_TRUE(IsExitRequested());
-        // Whoever sets something before the program has ended doesn't write over the file either.
-        SetSetting(SETTING_COMM_PORT, "3");
-        EXPECT_FALSE(There("Burnline.ini.old"));
-        EXPECT_FALSE(There("Burnline.ini.new"));
-    }
-};
 
 TEST_F(SettingsTest, AFirstStartWritesTheDefaultsInTheirOrder)
 {
@@ -168,57 +126,6 @@ TEST_F(SettingsTest, WhatIsNoSettingsFileIsRefusedAndKept)
     fs::create_directory(Path("Burnline.ini"));
     machine.boxes.clear();
     ExpectRefusedAndUntouched("is not a file");
-    fs::remove(Path("Burnline.ini"));
-    ASSERT_EQ(mkfifo(Path("Burnline.ini").c_str(), 0600), 0);
-    machine.boxes.clear();
-    ExpectRefusedAndUntouched("is not a file");
-}
-
-TEST_F(SettingsTest, AFileThatMayNotBeReadIsRefusedAndKept)
-{
-    Put("Burnline.ini", Everything);
-    fs::permissions(Path("Burnline.ini"), fs::perms::none);
-    fs::permissions(machine.directory, fs::perms::all);
-    {
-        const OrdinaryUser user;
-        if (!user.IsValid()) GTEST_SKIP() << "no ordinary user here";
-        ExpectRefusedAndUntouched("Permission denied");
-    }
-    fs::permissions(Path("Burnline.ini"), fs::perms::owner_read);
-    EXPECT_EQ(Bytes("Burnline.ini"), Everything);
-}
-
-TEST_F(SettingsTest, ADirectoryThatMayNotBeWrittenIsToldOnce)
-{
-    fs::permissions(machine.directory,
-                    fs::perms::all & ~(fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write));
-    const OrdinaryUser user;
-    if (!user.IsValid()) GTEST_SKIP() << "no ordinary user here";
-    GetDefaultValues();
-    OpenLog();
-    OpenUpdatesLog();
-    WriteLogLine("nothing is open, nothing happens");
-    ASSERT_EQ(machine.boxes.size(), 1u);
-    EXPECT_EQ(machine.boxes[0].words.find("There was an error accessing " + machine.directory.string()), 0u);
-    EXPECT_TRUE(IsExitRequested());
-}
-
-TEST_F(SettingsTest, AFullDiskIsToldAndTheFormerSettingsStay)
-{
-    Load(Everything);
-    {
-        const FullDisk full(100);
-        SetSetting(SETTING_COMM_PORT, "5");
-    }
-    ASSERT_EQ(machine.boxes.size(), 1u);
-    EXPECT_EQ(machine.boxes[0].words, "The disk is full, we are unable to write the file Burnline.ini");
-    EXPECT_TRUE(IsExitRequested());
-    EXPECT_EQ(Bytes("Burnline.ini"), Everything);
-    EXPECT_FALSE(There("Burnline.ini.new"));
-    EXPECT_FALSE(There("Burnline.ini.old"));
-
-    SetSetting(SETTING_COMM_PORT, "5");
-    EXPECT_NE(Bytes("Burnline.ini").find("COMMPort=5\r\n"), std::string::npos);
 }
 
 TEST_F(SettingsTest, ADirectoryThatVanishedIsTold)
@@ -280,42 +187,6 @@ TEST(SettingsTextTest, EveryFileCutShortIsSeen)
     for (std::size_t length = 0; length < Everything.size(); ++length)
         EXPECT_TRUE(IsCutShort(Everything.substr(0, length), Everything)) << length;
     EXPECT_FALSE(IsCutShort(Everything, Everything));
-}
-
-/// Saves without end, and tells the other end of the pipe each save that is done.
-[[noreturn]] void SaveForEver(int done)
-{
-    for (int number = 1;; ++number) {
-        SetSetting(SETTING_REVISION, std::to_string(number));
-        if (write(done, &number, sizeof number) != sizeof number) _exit(1);
-    }
-}
-
-TEST_F(SettingsTest, WhereverASaveIsKilledTheNextStartHasTheOldOrTheNewSettings)
-{
-    for (int round = 0; round < 25; ++round) {
-        Load(Everything);
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) SaveForEver(ends[1]);
-        close(ends[1]);
-        int done = 0, number = 0;
-        while (done < 3 && read(ends[0], &number, sizeof number) == sizeof number) done = number;
-        usleep(static_cast<useconds_t>(round * 97));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        while (read(ends[0], &number, sizeof number) == sizeof number) done = number;
-        close(ends[0]);
-
-        GetDefaultValues();
-        const int found = std::stoi(GetSetting(SETTING_REVISION));
-        EXPECT_TRUE(found == done || found == done + 1) << found << " after " << done;
-        EXPECT_EQ(GetSetting(SETTING_COMM_PORT), "14");
-        EXPECT_TRUE(IsSettingTrue(SETTING_USE_FAST_BAUD));
-        EXPECT_TRUE(machine.boxes.empty());
-    }
 }
 
 }  // namespace

@@ -66,17 +66,4 @@ TEST_F(PortTableTest, AFileThatCannotBeReadIsNeverWrittenOver)
     EXPECT_EQ(Bytes("Burnline.ports"), large);
 }
 
-TEST_F(PortTableTest, AFullDiskLeavesTheFileAsItWas)
-{
-    Put("Burnline.ports", "COM3=/dev/a\n");
-    PortTable table = Loaded();
-    {
-        const FullDisk full(12);
-        EXPECT_FALSE(table.Assign({"/dev/b"}));
-    }
-    EXPECT_EQ(table.PortOf("/dev/b"), 1);
-    EXPECT_EQ(Bytes("Burnline.ports"), "COM3=/dev/a\n");
-    EXPECT_FALSE(table.Problem().empty());
-}
-
 }  // namespace

@@ -14,7 +14,7 @@
 
 #include "platform/Computer.h"
 #include "platform/Failure.h"
-#include "tests/platform/Restrictions.h"
+#include "tests/platform/posix/Restrictions.h"
 
 namespace {
 

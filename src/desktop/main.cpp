@@ -11,7 +11,6 @@ int main(int argc, char** argv)
 #endif
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Burnline"_qs);
-    QApplication::setApplicationDisplayName(u"Burnline Assistant"_qs);
     QApplication::setApplicationVersion(QStringLiteral(BURNLINE_REVISION));
     QApplication::setDesktopFileName(u"org.burnline.assistant"_qs);  // by which a desktop finds name and icon
     // Main decides when the program ends, not the last window.

@@ -48,6 +48,7 @@ ConsoleProcess::ConsoleProcess(const Words& arguments, On on) : on_(on)
     child_.prepare = [end = theirs] {
         setsid();
         ioctl(end, TIOCSCTTY, 0);  // a terminal is its own
+        signal(SIGHUP, SIG_DFL);   // also where the tests run under nohup
         for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(end, standard);
     };
     QStringList words;

@@ -111,6 +111,15 @@ has been changed."
 Section "Burnline Assistant" programs
   SectionIn RO
   Call WaitForEnd
+  # Before anything is removed.
+  ClearErrors
+  SetOutPath "$INSTDIR"
+  FileOpen $0 "$INSTDIR\burnline.tmp" w
+  ${If} ${Errors}
+    !insertmacro RefuseWith "Burnline Assistant can't be written to $INSTDIR. Nothing has been changed."
+  ${EndIf}
+  FileClose $0
+  Delete "$INSTDIR\burnline.tmp"
   Call RemoveFormer
   ClearErrors
   SetOutPath "$INSTDIR"
@@ -118,7 +127,7 @@ Section "Burnline Assistant" programs
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "$SMPROGRAMS\${SHORTCUT}" "$INSTDIR\burnline.exe"
   ${If} ${Errors}
-    !insertmacro RefuseWith "Burnline Assistant can't be written to $INSTDIR."
+    !insertmacro RefuseWith "Burnline Assistant could not be written to $INSTDIR as a whole. Please install it again."
   ${EndIf}
   WriteRegStr SHCTX "${REGISTERED}" DisplayName "Burnline Assistant"
   WriteRegStr SHCTX "${REGISTERED}" DisplayVersion "${VERSION}"
@@ -162,7 +171,12 @@ Function KeepDesktopShortcut
 FunctionEnd
 
 Function .onInit
+  Push $INSTDIR  # empty, if the command line has named none
   !insertmacro MULTIUSER_INIT
+  Pop $0
+  ${If} $0 != ""
+    StrCpy $INSTDIR $0
+  ${EndIf}
 FunctionEnd
 
 Function un.onInit

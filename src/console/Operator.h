@@ -45,6 +45,7 @@ private:
     void ConfirmFlash();
     void CheckAntenna();
 
+    static bool IsOn(const Control& button) { return button.Visible && button.Enabled; }
     void Press(Control& button);
     void Next();
     /// Rounds of the main loop until it holds.
@@ -52,6 +53,8 @@ private:
     void ServePowerSwitch();
     void SwitchPower();
     void TellSupply();
+    /// The session is over; nothing more is to be pressed.
+    struct Over {};
     [[noreturn]] void Leave(int exitCode, const std::string& why);
 
     enum class Stage { Port, Versions, File, Flash, Restored };

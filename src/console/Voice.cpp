@@ -1,6 +1,7 @@
 #include "console/Voice.h"
 
 #include <QJsonDocument>
+#include <cmath>
 #include <cstdio>
 
 #include "platform/Terminal.h"
@@ -42,7 +43,7 @@ QJsonObject FieldsOf(const Progress& now)
                  {"seconds", now.seconds},
                  {"secondsLeft", now.secondsLeft}};
     for (const auto& [name, value] : known)
-        if (value >= 0) fields[name] = value;
+        if (value >= 0) fields[name] = std::round(value * 10) / 10;
     return fields;
 }
 

@@ -21,6 +21,8 @@ int FailureFromErrno(int error)
     }
 }
 
+int FailureFromError(const std::error_code& error) { return FailureFromErrno(error.default_error_condition().value()); }
+
 int FailureNumber(std::string& detail)
 {
     try {

@@ -36,8 +36,6 @@ int WriteAll(int descriptor, std::string_view bytes)
 
 }  // namespace
 
-int FailureFromError(const std::error_code& error) { return FailureFromErrno(error.value()); }
-
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
 {
     const auto fail = [&path](int error) {

@@ -69,12 +69,6 @@ DWORD Move(const std::filesystem::path& from, const std::filesystem::path& to)
 
 }  // namespace
 
-int FailureFromError(const std::error_code& error)
-{
-    if (error == Code(ERROR_SHARING_VIOLATION) || error == Code(ERROR_LOCK_VIOLATION)) return FAIL_ALREADY_OPEN;
-    return FailureFromErrno(error.default_error_condition().value());
-}
-
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes)
 {
     const HANDLE file =

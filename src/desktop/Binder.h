@@ -9,9 +9,9 @@
 #include <map>
 #include <vector>
 
-#include "host/CaughtFailure.h"
 #include "desktop/ShownControl.h"
 #include "forms/Control.h"
+#include "host/CaughtFailure.h"
 
 class QButtonGroup;
 

@@ -21,6 +21,7 @@ PRESERVED = {"BIASAZ", "BIASEL", "GYROSFAZ", "GYROSFEL", "CALUP", "SATINSTALL", 
 
 # Set by main.py: the installed programs, the antenna's program, a Wine prefix to copy, a folder for all that is made.
 app = antenna_program = pristine = work = None
+started = []  # every process that is to be ended
 
 
 def dos_path(path):
@@ -43,6 +44,7 @@ class Program:
     def __init__(self, words, log, **more):
         self.process = subprocess.Popen(words, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                         encoding="utf-8", errors="replace", **more)
+        started.append(self.process)
         self.said = []
         self._came = queue.SimpleQueue()
         threading.Thread(target=self._read, args=[log], daemon=True).start()
@@ -161,6 +163,7 @@ class Bench(unittest.TestCase):
         # In the foreground it leads no session. As a leader it would take the pseudo-terminal for its own, and end with
         # everything else when that goes.
         server = subprocess.Popen([WINESERVER, "-f", "-p"], env=self.environment(), stderr=subprocess.DEVNULL)
+        started.append(server)  # with it go all programs under it
         self.addCleanup(server.wait)
         self.addCleanup(subprocess.run, [WINESERVER, "-k"], env=self.environment())
         wait_until("Wine's server", self.server_socket().exists)

@@ -10,6 +10,7 @@ import concurrent.futures
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -56,9 +57,18 @@ def run(test):
     return test.id(), problems
 
 
+def stop(number, _):
+    for process in bench.started:
+        if process.poll() is None:
+            process.terminate()
+    os._exit(128 + number)
+
+
 def main():
     if len(sys.argv) not in (4, 5):
         sys.exit(__doc__)
+    for number in signal.SIGINT, signal.SIGTERM:
+        signal.signal(number, stop)
     app, antenna, work = (pathlib.Path(word).resolve() for word in sys.argv[1:4])
     wanted = sys.argv[4] if len(sys.argv) == 5 else ""
     shutil.rmtree(work, ignore_errors=True)
@@ -67,7 +77,8 @@ def main():
     make_prefix(bench.pristine)
     start = time.monotonic()
     found = unittest.defaultTestLoader.discover(str(bench.HERE))
-    tests = [test for test in tests_of(found) if wanted in test.id()]
+    # Backwards by name the long ones of the window come first.
+    tests = sorted((test for test in tests_of(found) if wanted in test.id()), key=unittest.TestCase.id, reverse=True)
     with concurrent.futures.ThreadPoolExecutor(AT_A_TIME) as pool:
         results = list(pool.map(run, tests))
     failed = [(name, problems) for name, problems in results if problems]

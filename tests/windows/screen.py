@@ -5,6 +5,8 @@ import struct
 import subprocess
 import zlib
 
+import bench
+
 SIZE = "1366x768"
 LIGHT = (0x30, 0x96, 0xFA)  # of what is chosen or at work, in the colours that Wine begins with
 
@@ -61,6 +63,7 @@ class Screen:
         self.server = subprocess.Popen(["Xvfb", "-displayfd", str(told), "-screen", "0", SIZE + "x24", "-fbdir",
                                         str(directory), "-nolisten", "tcp"], pass_fds=[told],
                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        bench.started.append(self.server)
         os.close(told)
         with open(number) as words:
             self.display = ":" + words.readline().strip()

@@ -67,7 +67,8 @@ int Operator::CodeOfStage() const
     case Stage::Restored: return END_DONE;
     case Stage::Flash: break;
     }
-    if (Session.bFlashFileBad) return END_BAD_FILE;
+    // A later stage of board 21 comes behind one that is written already.
+    if (Session.bFlashFileBad) return Session.iRF7Stage > 1 ? END_FLASH_FAILED : END_BAD_FILE;
     if (Session.iFlashPhase == FLASH_FINISHED) return END_PARAMS_OUT;
     return lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_FLASH_FAILED;
 }
@@ -76,6 +77,7 @@ void Operator::Watch()
 {
     if (IsExitRequested()) return;
     if (Session.iCommMode != STATE_IDLE) lastMode_ = Session.iCommMode;
+    if (Session.iCommMode == STATE_WAIT_ERASE || Reporter::IsTransfer()) erased_ = true;
     ServePowerSwitch();
 }
 
@@ -220,11 +222,12 @@ void Operator::ChooseFile()
 void Operator::Flash()
 {
     stage_ = Stage::Flash;
-    lastMode_ = STATE_IDLE;
+    lastMode_ = Session.bSkipParams ? STATE_WAIT_RESET : STATE_PREFLASH;
     Next();
     if (Session.iCommMode == STATE_IDLE) Leave(END_BAD_FILE, "");
     Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
-    if (!IsOn(frmWizard.cmdNav[2])) Leave(lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_BAD_FILE, "");
+    if (IsOn(frmWizard.cmdNav[2])) return;
+    Leave(lastMode_ == STATE_PREFLASH || erased_ ? CodeOfStage() : END_BAD_FILE, "");
 }
 
 void Operator::Restore()

@@ -26,6 +26,8 @@ public:
 
     /// The exit code for a session that ended here.
     int CodeOfStage() const;
+    /// From here on the antenna depends on the flash being brought to its end.
+    bool HasErased() const { return erased_; }
 
 private:
     // The road, one procedure a step.
@@ -67,6 +69,7 @@ private:
     bool supplyRan_ = false;
     Stage stage_ = Stage::Port;
     int lastMode_ = 0;  // of the link, idle aside
+    bool erased_ = false;
     PowerSwitch switch_ = PowerSwitch::LeaveAlone;
     double switchSince_ = 0;  // seconds: since when it is wanted, or was last switched
     int cycles_ = 0;

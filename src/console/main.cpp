@@ -41,7 +41,10 @@ int RunTask(const Options& options, ConsoleComputer& console, Ports& ports, Voic
     std::string words = WordsOf(code);
     // What a cancelled session leaves behind.
     const bool stopped = code == END_CANCELLED || code == END_INTERRUPTED;
-    if (stopped && (stage == END_FLASH_FAILED || stage == END_PARAMS_OUT)) words += " " + WordsOf(stage);
+    const bool flashed = stage == END_FLASH_FAILED || stage == END_PARAMS_OUT;
+    if (stopped && flashed && hands.HasErased()) words += " " + WordsOf(stage);
+    if (code == END_FLASH_FAILED && !hands.HasErased())
+        words = "The flash did not start: the antenna has not entered its boot loader. Nothing was erased.";
     if (code == END_DONE)
         voice.Tell("end", words, {{"exitCode", code}});
     else

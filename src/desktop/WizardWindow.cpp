@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
@@ -150,5 +151,7 @@ bool WizardWindow::eventFilter(QObject* watched, QEvent* event)
         binder_.Act([&] { taken = Form_KeyDown(key, shift, ctrl, alt); });
     else if (window == binder_.WindowOf(frmSelectFlashFileDialog.Self))
         binder_.Act([&] { taken = frmSelectFlashFileDialog_KeyDown(key, shift, ctrl, alt); });
-    return taken;
+    // Alt+N while Next is off must not become an "n" of the command that goes to the antenna next.
+    const bool unusedShortcut = alt && !ctrl && key >= 'A' && key <= 'Z' && qobject_cast<QLineEdit*>(widget);
+    return taken || unusedShortcut;
 }

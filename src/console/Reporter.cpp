@@ -25,7 +25,7 @@ double BytesPerSecondOfTheLine() { return text::Val(MSComm1->Settings()) / 10; }
 
 Reporter::Reporter(Voice& voice)
     : voice_(voice),
-      growing_{{frmWizard.txtStatus, "status"}, {frmWizard.txtParamsSent, "status"}},
+      growing_{{frmWizard.txtStatus, "status", STEP_INTRO}, {frmWizard.txtParamsSent, "status", STEP_6}},
       replaced_{
           {frmWizard.lblCommPortStatus, "port", -1, true, frmWizard.lblCommPortStatus.Caption},
           {frmWizard.lblBoardVersion, "versions", STEP_3, false, {}},
@@ -72,6 +72,7 @@ void Reporter::TellStep()
 
 void Reporter::TellNewLines(Growing& text)
 {
+    if (frmWizard.iCurrentStep < text.firstStep) return;
     const std::string& words = text.box.Text;
     if (words.size() < text.told) text.told = 0;  // it was emptied
     const std::string fresh = words.substr(text.told);

@@ -23,6 +23,7 @@ private:
     struct Growing {
         const Control& box;
         const char* event;
+        int firstStep;  // ahead of it the text isn't in view, and what it asks for would come too early
         std::size_t told = 0;
     };
     /// A text that is replaced.

@@ -15,8 +15,8 @@
 #include "desktop/Looks.h"
 #include "display/Display.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "platform/SerialControl.h"
 #include "simulator/Flood.h"
 
@@ -71,7 +71,7 @@ private:
     /// The antenna hears that somebody is there, and begins.
     void Begin()
     {
-        if (!Session.bPortReady && ++patience_ * pulseMs < readyMs) return;
+        if (!Session.link.bPortReady && ++patience_ * pulseMs < readyMs) return;
         SetStep(STEP_DIAGNOSTICS);
         phase_ = Phase::Asked;
         askedAt_ = LogSize();

@@ -13,8 +13,8 @@
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 
 namespace {
 
@@ -76,24 +76,24 @@ const Plan* plan = nullptr;
 /// STEP_5, as if STEP_4 had just been left; without parameters, so that the reset comes at once.
 void StartTransfer()
 {
-    Session.iBoardType = plan->board;
-    Session.sBoardSignOn = plan->signOn;
-    Session.sFlashCmd = plan->command;
-    Session.sFlashFile = plan->file;
-    Session.sNewRFBootloaderFile = "BOOT.S19";
-    Session.sFPGARev = Session.sBAPIRev = "Z";  // no further stage
-    Session.bSkipParams = true;
+    FlashPlan planned;
+    planned.iBoardType = plan->board;
+    planned.sBoardSignOn = plan->signOn;
+    planned.stages.front() = {"", "", "", plan->command, plan->file};
+    planned.sNewRFBootloaderFile = "BOOT.S19";
+    planned.bSkipParams = true;
+    Session.plan = planned;
     SetStep(STEP_5);
 }
 
 void FlashStep()
 {
     static bool started = false;
-    if (Session.iCommID <= 0) return;
+    if (Session.link.iCommID <= 0) return;
     if (!started) {
         started = true;
         Guarded("bench", StartTransfer);
-    } else if (Session.iFlashPhase != FLASH_RUNNING) {
+    } else if (Session.flash.iFlashPhase != FLASH_RUNNING) {
         End();
     }
 }
@@ -101,17 +101,12 @@ void FlashStep()
 /// A test of a flash file as STEP_5 runs it, with its page in view.
 struct Check {
     const char* task;
-    int board;
     void (*run)();
 };
 const Check checks[] = {
-    {"check", 2, [] { CheckHexFile("BENCH.HEX"); }},
-    {"check19", 21, [] { CheckS19File("BENCH.S19", 0, true, true); }},
-    {"images", 20,
-     [] {
-         CheckS19File("BENCH.S19", 0, true, true);
-         CheckS19File("BENCH.S19", 0, false, false);
-     }},
+    {"check", [] { CheckHexFile("BENCH.HEX"); }},
+    {"check19", [] { CheckS19File("BENCH.S19", 0, 21, S19File::Software); }},
+    {"images", [] { CheckS19File("BENCH.S19", 0, 20, S19File::Software); }},
 };
 const Check* check = nullptr;
 
@@ -123,12 +118,11 @@ void CheckStep()
         frmWizard.fraStep[STEP_5].Visible = true;
         return;
     }
-    Session.iBoardType = check->board;
-    Session.bFlashFileBad = false;
+    Session.flash.bFlashFileBad = false;
     const auto start = steady_clock::now();
     check->run();
     const auto taken = steady_clock::now() - start;
-    if (!Session.bFlashFileBad) Tell("check" + std::to_string(runs), duration<double, std::micro>(taken).count());
+    if (!Session.flash.bFlashFileBad) Tell("check" + std::to_string(runs), duration<double, std::micro>(taken).count());
     if (++runs == 10) End();
 }
 

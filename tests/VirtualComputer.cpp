@@ -15,11 +15,11 @@
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
-#include "frame/Round.h"
-#include "frame/SessionState.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Failure.h"
+#include "session/Round.h"
+#include "session/Session.h"
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -38,10 +38,10 @@ void MakeNew(T& thing, const From&... from)
 
 }  // namespace
 
-TempDirectory::TempDirectory()
+TempDirectory::TempDirectory(fs::path under)
 {
     static std::atomic<int> counter{0};
-    path = fs::temp_directory_path() /
+    path = (under.empty() ? fs::temp_directory_path() : under) /
            ("burnline-test-" + std::to_string(std::random_device{}()) + "-" + std::to_string(++counter));
     fs::create_directories(path);
 }
@@ -128,7 +128,7 @@ bool VirtualComputer::RunUntil(const std::function<bool()>& holds, double second
 {
     const double end = now + seconds;
     while (!holds()) {
-        if (now > end || Session.bExitRequested) return holds();
+        if (now > end || Session.program.bExitRequested) return holds();
         RunRound();
     }
     return true;
@@ -149,7 +149,7 @@ std::string VirtualComputer::Log() const { return ReadFile(directory / "BNL.LOG"
 double VirtualComputer::NextEvent() const
 {
     double next = frmWizard.Timer1.Enabled ? nextTimer1_ : never;
-    if (frmWizard.Timer2.Enabled && Session.iDelayTicks > 0) next = std::min(next, nextTimer2_);
+    if (frmWizard.Timer2.Enabled && Session.link.iDelayTicks > 0) next = std::min(next, nextTimer2_);
     if (wire_) next = std::min(next, wire_->NextEvent());
     if (!actions_.empty()) next = std::min(next, actions_.begin()->first);
     return next;
@@ -200,9 +200,10 @@ void VirtualComputer::WaitForEvent()
 
 void VirtualComputer::Sleep(int ms) { AdvanceTo(now + ms / 1000.0); }
 
-Answer VirtualComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title)
+Answer VirtualComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                               Answer standard)
 {
-    boxes.push_back({words, title, buttons, icon});
+    boxes.push_back({words, title, buttons, icon, standard});
     if (onBox) onBox(boxes.back());
     if (!answers.empty()) {
         const Answer answer = answers.front();
@@ -219,7 +220,7 @@ void VirtualComputer::ShowModal(Form& form)
     form.Visible = true;
     if (onModal) onModal(form);
     const double patience = now + 1000;
-    while (form.Visible && !Session.bExitRequested) {
+    while (form.Visible && !Session.program.bExitRequested) {
         if (now > patience) throw std::runtime_error("nobody answers " + form.Name);
         WaitForEvent();
     }

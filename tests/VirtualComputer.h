@@ -21,11 +21,12 @@ struct Box {
     std::string title;
     Buttons buttons;
     Icon icon;
+    Answer standard;  // what Enter would press
 };
 
-/// A fresh directory that goes with the object.
+/// A fresh directory that goes with the object; where the system keeps such files unless told otherwise.
 struct TempDirectory {
-    TempDirectory();
+    explicit TempDirectory(std::filesystem::path under = {});
     ~TempDirectory();
     std::filesystem::path path;
 };
@@ -77,7 +78,8 @@ public:
     double Seconds() override { return now; }
     std::string DateAndTime() override { return "2026-11-21 10:15:02"; }
     std::string Date() override { return "2026-11-21"; }
-    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) override;
+    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                  Answer standard) override;
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog&) override { return openDialogAnswer; }
     std::optional<std::string> SaveDialog(const FileDialog&) override { return saveDialogAnswer; }

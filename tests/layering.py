@@ -6,8 +6,8 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # Ground floor first: a file includes only what stands above it in this list, or its own floor.
-FLOORS = ["text", "platform", "frame/SessionState", "frame/Wizard", "frame/Round", "forms", "persistence", "display", "link",
-          "knowledge", "flash", "diagnostics", "update", "wizard", "frame/ModeTable", "frame/StartUp", "host", "console", "desktop"]
+FLOORS = ["text", "platform", "session", "forms", "persistence", "messages", "display", "link",
+          "knowledge", "flash", "diagnostics", "update", "wizard", "loop", "host", "console", "desktop"]
 # Two front ends on one host: neither knows the other.
 FRONT_ENDS = ("console/", "desktop/")
 OUTSIDE_THE_CORE = ("host/",) + FRONT_ENDS

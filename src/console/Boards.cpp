@@ -7,9 +7,9 @@
 #include "knowledge/BoardTable.h"
 #include "text/Text.h"
 
-std::vector<BoardChoice> AllBoards()
+std::vector<OfferedBoard> AllBoards()
 {
-    std::vector<BoardChoice> boards;
+    std::vector<OfferedBoard> boards;
     for (const int option : {0, 1}) boards.push_back({frmWizard.optBoardToFlash[option].Caption, option, -1, option});
     for (const int table : {0, 1})
         for (int index = 1; !BoardName(index, static_cast<unsigned>(table)).empty(); ++index)
@@ -18,13 +18,13 @@ std::vector<BoardChoice> AllBoards()
     return boards;
 }
 
-const BoardChoice* FindBoard(const std::vector<BoardChoice>& boards, const std::string& wanted, std::string& why)
+const OfferedBoard* FindBoard(const std::vector<OfferedBoard>& boards, const std::string& wanted, std::string& why)
 {
     if (text::IsNumeric(wanted)) {
         constexpr int rfBoard = 1;
         const double number = text::Val(wanted);
         const bool toldByReply = number == 20 || number == 21;
-        const auto found = std::find_if(boards.begin(), boards.end(), [&](const BoardChoice& board) {
+        const auto found = std::find_if(boards.begin(), boards.end(), [&](const OfferedBoard& board) {
             return board.type == (toldByReply ? rfBoard : number);
         });
         if (found != boards.end()) return &*found;
@@ -32,7 +32,7 @@ const BoardChoice* FindBoard(const std::vector<BoardChoice>& boards, const std::
         return nullptr;
     }
     std::vector<std::string> names;
-    for (const BoardChoice& board : boards) names.push_back(board.name);
+    for (const OfferedBoard& board : boards) names.push_back(board.name);
     const int meant = EntryMeant(wanted, names);
     if (meant >= 0) return &boards[static_cast<std::size_t>(meant)];
     why = meant == -2 ? "More than one board's name holds \"" + wanted + "\"; --list-boards has them all."
@@ -40,7 +40,7 @@ const BoardChoice* FindBoard(const std::vector<BoardChoice>& boards, const std::
     return nullptr;
 }
 
-void ChooseBoard(const BoardChoice& board)
+void PressBoard(const OfferedBoard& board)
 {
     if (board.table == 0)
         frmWizard.cboBoardToFlash.Select(board.index);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-struct BoardChoice {
+struct OfferedBoard {
     std::string name;
     int type;
     int table;  // 0: cboBoardToFlash, 1: cboOtherBoard, -1: an option
@@ -12,11 +12,11 @@ struct BoardChoice {
 };
 
 /// All of them, in the order of the form.
-std::vector<BoardChoice> AllBoards();
+std::vector<OfferedBoard> AllBoards();
 
 /// The board that is meant by a name or the number of its type; one that is told by its version reply is asked for as
 /// "RF board". Null, with words that say why, when there is none, or more than one.
-const BoardChoice* FindBoard(const std::vector<BoardChoice>& boards, const std::string& wanted, std::string& why);
+const OfferedBoard* FindBoard(const std::vector<OfferedBoard>& boards, const std::string& wanted, std::string& why);
 
 /// Chooses it on STEP_2.
-void ChooseBoard(const BoardChoice& board);
+void PressBoard(const OfferedBoard& board);

@@ -5,7 +5,7 @@
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
 #include "forms/frmWizard.h"
-#include "frame/Wizard.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -16,23 +16,18 @@ struct Button {
     Choice choice;
 };
 
-struct ButtonSet {
-    std::vector<Button> buttons;
-    int standard;
-};
-
-ButtonSet SetOf(Buttons buttons)
+std::vector<Button> SetOf(Buttons buttons)
 {
     const Button ok{Answer::OK, {"OK", "o"}}, cancel{Answer::Cancel, {"Cancel", "c"}},
         retry{Answer::Retry, {"Retry", "r"}}, yes{Answer::Yes, {"Yes", "y"}}, no{Answer::No, {"No", "n"}};
     switch (buttons) {
-    case Buttons::OKCancel: return {{ok, cancel}, 0};
-    case Buttons::RetryCancel: return {{retry, cancel}, 0};
-    case Buttons::YesNo: return {{yes, no}, 0};
-    case Buttons::YesNoCancel: return {{yes, no, cancel}, 1};
+    case Buttons::OKCancel: return {ok, cancel};
+    case Buttons::RetryCancel: return {retry, cancel};
+    case Buttons::YesNo: return {yes, no};
+    case Buttons::YesNoCancel: return {yes, no, cancel};
     case Buttons::OK: break;
     }
-    return {{ok}, 0};
+    return {ok};
 }
 
 const char* NameOf(Answer answer)
@@ -144,20 +139,23 @@ Answer ConsoleComputer::AnswerUnasked(Buttons buttons)
     return Answer::OK;
 }
 
-Answer ConsoleComputer::AskPerson(const std::string& words, Buttons buttons)
+Answer ConsoleComputer::AskPerson(Buttons buttons, Answer standard)
 {
-    ButtonSet set = SetOf(buttons);
-    // Where Cancel means "go on as before", Enter must not be the way out.
-    if (words.ends_with("or Cancel to continue.")) set.standard = 1;
+    const std::vector<Button> set = SetOf(buttons);
     std::vector<Choice> choices;
-    for (const Button& button : set.buttons) choices.push_back(button.choice);
-    const int picked = choices_.Pick("", choices, set.standard);
-    if (picked >= 0) return set.buttons[static_cast<std::size_t>(picked)].answer;
+    int first = 0;
+    for (const Button& button : set) {
+        if (button.answer == standard) first = static_cast<int>(choices.size());
+        choices.push_back(button.choice);
+    }
+    const int picked = choices_.Pick("", choices, first);
+    if (picked >= 0) return set[static_cast<std::size_t>(picked)].answer;
     if (leaving_ || insists_) return AnswerUnasked(buttons);
-    return set.buttons.back().answer;
+    return set.back().answer;
 }
 
-Answer ConsoleComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title)
+Answer ConsoleComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                               Answer standard)
 {
     PrepareQuestion();
     const bool complaint = icon == Icon::Critical || icon == Icon::Exclamation;
@@ -168,7 +166,7 @@ Answer ConsoleComputer::MsgBox(const std::string& words, Buttons buttons, Icon i
         voice_.Tell("message", words, fields);
     if (buttons == Buttons::OK) return Answer::OK;  // nothing to decide
     const bool unasked = leaving_ || (IsUnattended() && !asksToLeave_);
-    const Answer answer = unasked ? AnswerUnasked(buttons) : AskPerson(words, buttons);
+    const Answer answer = unasked ? AnswerUnasked(buttons) : AskPerson(buttons, standard);
     voice_.Tell("answer", unasked ? std::string("(") + NameOf(answer) + ")" : "", {{"answer", NameOf(answer)}});
     return answer;
 }
@@ -236,7 +234,8 @@ void ConsoleComputer::ShowModal(Form& form)
     form.Visible = false;
 }
 
-std::vector<std::string> ConsoleComputer::OpenDialog(const FileDialog&) { return {fileToOpen}; }
+/// Nothing here opens a file by a dialog.
+std::vector<std::string> ConsoleComputer::OpenDialog(const FileDialog&) { return {}; }
 
 void ConsoleComputer::KeepLog()
 {

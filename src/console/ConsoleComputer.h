@@ -18,7 +18,8 @@ public:
                     SerialLink& link, Voice& voice);
 
     void WaitForEvent() override;
-    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) override;
+    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                  Answer standard) override;
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog& dialog) override;
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override;
@@ -31,8 +32,6 @@ public:
     std::function<void()> work;
     /// Runs after each wait that follows.
     std::function<void()> watch;
-    /// What the next dialog that asks for a file to open is told.
-    std::string fileToOpen;
 
     /// Nobody is there who could be asked.
     bool IsUnattended() const { return options_.yes; }
@@ -59,7 +58,7 @@ private:
     void ShowOverdue() override { reporter_.Look(); }
 
     Answer AnswerUnasked(Buttons buttons);
-    Answer AskPerson(const std::string& words, Buttons buttons);
+    Answer AskPerson(Buttons buttons, Answer standard);
     void AnswerModel(Form& form);
     void AnswerLibrary();
 

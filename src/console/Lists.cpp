@@ -1,19 +1,18 @@
 #include "console/Lists.h"
 
 #include <QFileInfo>
-#include <algorithm>
+#include <set>
 
 #include "console/Boards.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
-#include "forms/frmPickAntennaDialog.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
+#include "knowledge/RowTable.h"
 #include "knowledge/Utilities.h"
 #include "platform/ProgramFiles.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
-#include "wizard/Choosers.h"
 
 namespace {
 
@@ -33,20 +32,13 @@ const char* StateOf(int state)
 int BoardTypeWanted(const Options& options, int standard, Voice& voice)
 {
     if (options.board.empty()) return standard;
-    const std::vector<BoardChoice> boards = AllBoards();
+    const std::vector<OfferedBoard> boards = AllBoards();
     std::string why;
-    const BoardChoice* board = FindBoard(boards, options.board, why);
+    const OfferedBoard* board = FindBoard(boards, options.board, why);
     if (board == nullptr) voice.Complain("refused", why);
     // A number may mean a board that only its version reply tells from other RF boards.
     if (board != nullptr && text::IsNumeric(options.board)) return static_cast<int>(text::Val(options.board));
     return board == nullptr ? -1 : board->type;
-}
-
-bool LoadConfigFor(int boardType)
-{
-    Session.iBoardType = boardType;
-    Session.bFlashConfigLoaded = false;
-    return ReadFlashConfig() == 0;
 }
 
 }  // namespace
@@ -71,7 +63,7 @@ int ListPorts(ConsoleComputer& console, Voice& voice)
 
 int ListBoards(Voice& voice)
 {
-    for (const BoardChoice& board : AllBoards()) {
+    for (const OfferedBoard& board : AllBoards()) {
         const std::string type = std::to_string(board.type);
         voice.Tell("board", (type.size() < 2 ? " " : "") + type + "  " + board.name,
                    {{"type", board.type}, {"name", Words(board.name)}});
@@ -81,23 +73,23 @@ int ListBoards(Voice& voice)
 
 int ListAntennas(const Options& options, Voice& voice)
 {
-    const int wanted = BoardTypeWanted(options, 22, voice);
+    const int wanted = BoardTypeWanted(options, NoBoard, voice);
     if (wanted < 0) return END_USAGE;
-    // One of each group: the configuration is read for a group at a time.
-    const std::vector<int> types = options.board.empty() ? std::vector<int>{0, 1, 21} : std::vector<int>{wanted};
-    std::vector<std::string> listed;
+    const std::vector<int> types = options.board.empty() ? std::vector<int>{0, 1} : std::vector<int>{wanted};
+    const std::optional<FlashConfig> config = ReadFlashConfig();
+    if (!config) {
+        voice.Complain("refused", "There is no FLASHCFG.TXT in " + computer->ProgramDirectory() + ".");
+        return END_BAD_FILE;
+    }
+    std::set<std::string> listed;
     for (const int type : types) {
-        if (!LoadConfigFor(type)) {
-            voice.Complain("refused", "There is no FLASHCFG.TXT in " + computer->ProgramDirectory() + ".");
-            return END_BAD_FILE;
+        const GroupConfig& group = GroupOf(*config, type);
+        for (const AntennaRecord& row : group.AntennaTable) {
+            if (row.AntennaName.empty()) break;
+            if (CanBePicked(row) && listed.insert(row.AntennaName).second)
+                voice.Tell("antenna", row.AntennaName, {{"name", Words(row.AntennaName)}});
         }
-        cmdPickAntenna_Click();
-        for (const std::string& name : frmPickAntennaDialog.lstAntennas.List()) {
-            if (std::find(listed.begin(), listed.end(), name) != listed.end()) continue;
-            listed.push_back(name);
-            voice.Tell("antenna", name, {{"name", Words(name)}});
-        }
-        CloseChoosers();
+        if (group.problem) voice.Complain("refused", group.problem->what);
     }
     return END_DONE;
 }
@@ -105,9 +97,8 @@ int ListAntennas(const Options& options, Voice& voice)
 int CheckFile(const Options& options, ConsoleComputer& console, Voice& voice)
 {
     const bool records = text::Equal(text::Right(options.file, 4), ".S19");
-    const int type = BoardTypeWanted(options, records ? 22 : 0, voice);
+    const int type = BoardTypeWanted(options, records ? NoBoard : 0, voice);
     if (type < 0) return END_USAGE;
-    Session.iBoardType = type;
     const QFileInfo own(Words(options.file));
     const std::string file = own.isFile() ? own.absoluteFilePath().toStdString() : options.file;
     if (!ProgramFileExists(file)) {
@@ -115,16 +106,16 @@ int CheckFile(const Options& options, ConsoleComputer& console, Voice& voice)
         return END_BAD_FILE;
     }
     bool tested = false;
-    Session.bFlashFileBad = false;
+    Session.flash.bFlashFileBad = false;
     Guarded("CheckFile", [&] {
         if (BoardOf(type).group == BoardGroup::None)
             CheckS19Records(file);
         else
-            CheckFlashFile(file);
+            CheckFlashFile(file, type, 0);
         tested = true;
     });
     console.TellForms();
-    if (!tested || Session.bFlashFileBad) return END_BAD_FILE;
+    if (!tested || Session.flash.bFlashFileBad) return END_BAD_FILE;
     voice.EndProgress();
     voice.Tell("checked", options.file + " passed the integrity test.");
     return END_DONE;

@@ -5,12 +5,12 @@
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
-#include "frame/Round.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "persistence/INIUtilities.h"
 #include "platform/ProgramFiles.h"
+#include "session/Round.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 std::string Lines(const std::string& words) { return text::Replace(words, "\r", ""); }
 
-const AntennaRecord& RowInUse() { return Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx)); }
+const std::string& FlashFile() { return Session.plan->stages.front().sFlashFile; }
 
 }  // namespace
 
@@ -68,16 +68,16 @@ int Operator::CodeOfStage() const
     case Stage::Flash: break;
     }
     // A later stage of board 21 comes behind one that is written already.
-    if (Session.bFlashFileBad) return Session.iRF7Stage > 1 ? END_FLASH_FAILED : END_BAD_FILE;
-    if (Session.iFlashPhase == FLASH_FINISHED) return END_PARAMS_OUT;
+    if (Session.flash.bFlashFileBad) return Session.flash.stage > 0 ? END_FLASH_FAILED : END_BAD_FILE;
+    if (Session.flash.iFlashPhase == FLASH_FINISHED) return END_PARAMS_OUT;
     return lastMode_ == STATE_PREFLASH ? END_PARAMS_UNREAD : END_FLASH_FAILED;
 }
 
 void Operator::Watch()
 {
     if (IsExitRequested()) return;
-    if (Session.iCommMode != STATE_IDLE) lastMode_ = Session.iCommMode;
-    if (Session.iCommMode == STATE_WAIT_ERASE || Reporter::IsTransfer()) erased_ = true;
+    if (Session.link.iCommMode != STATE_IDLE) lastMode_ = Session.link.iCommMode;
+    if (Session.link.iCommMode == STATE_WAIT_ERASE || Reporter::IsTransfer()) erased_ = true;
     ServePowerSwitch();
 }
 
@@ -85,14 +85,14 @@ void Operator::Watch()
 
 void Operator::GoToVersions()
 {
-    const std::vector<BoardChoice> boards = AllBoards();
-    const BoardChoice* board = &boards.front();
+    const std::vector<OfferedBoard> boards = AllBoards();
+    const OfferedBoard* board = &boards.front();
     std::string why;
     if (!options_.board.empty()) {
         board = FindBoard(boards, options_.board, why);
     } else if (!console_.IsUnattended()) {
         std::vector<std::string> names;
-        for (const BoardChoice& choice : boards) names.push_back(choice.name);
+        for (const OfferedBoard& choice : boards) names.push_back(choice.name);
         const int picked = console_.Ask().PickFromList("Board", names, 0);
         if (IsExitRequested()) throw Over{};
         if (picked < 0) Leave(END_CANCELLED, "");
@@ -100,15 +100,15 @@ void Operator::GoToVersions()
     }
     if (board == nullptr) Leave(END_USAGE, why);
     while (frmWizard.iCurrentStep < STEP_2) Next();
-    ChooseBoard(*board);
+    PressBoard(*board);
     voice_.Tell("board", "Board: " + board->name, {{"type", board->type}});
     Next();  // returns when the versions are there, or it is known that they won't come
-    if (!Session.bFlashConfigLoaded) Leave(END_BAD_FILE, "");
+    if (!ProgramFileExists("FLASHCFG.TXT")) Leave(END_BAD_FILE, "");
 }
 
 void Operator::ChooseConnection()
 {
-    if (!frmWizard.bShowPortChoice) return;
+    if (!BoardOf(Session.choice.iBoardType).choosesPort) return;
     console_.TellForms();  // what is new there isn't to follow on the question's line
     int picked = options_.usb ? 1 : 0;
     if (!options_.usb && !console_.IsUnattended())
@@ -166,7 +166,7 @@ void Operator::AwaitVersions()
             Leave(END_NOT_KNOWN, "");
     }
     if (options_.task != Task::Identify) return;
-    if (!HasVersions(Session.iBoardType)) Leave(END_NOT_KNOWN, "This board doesn't tell its version.");
+    if (!HasVersions(Session.choice.iBoardType)) Leave(END_NOT_KNOWN, "This board doesn't tell its version.");
     console_.TellForms();
     Leave(END_DONE, "");
 }
@@ -179,14 +179,13 @@ void Operator::TakeFile(const std::string& path)
     const QFileInfo own(QString::fromStdString(path));
     const std::string file = own.isFile() ? own.absoluteFilePath().toStdString() : path;
     if (!ProgramFileExists(file)) Leave(END_BAD_FILE, "There is no file " + path + ".");
-    console_.fileToOpen = ProgramFile(file).string();
-    frmSelectFlashFileDialog_KeyDown(118, false, true, true);
+    TakeFlashFile(ProgramFile(file).string());
 }
 
 /// The antenna that was named is the one that has answered.
 void Operator::CheckAntenna()
 {
-    const std::string& name = RowInUse().AntennaName;
+    const std::string& name = Session.plan->row.AntennaName;
     if (options_.antenna.empty() || text::Holds(name, options_.antenna)) return;
     Leave(END_NOT_KNOWN,
           "This is \"" + name + "\" and not \"" + options_.antenna + "\". Leave out --antenna to flash what is there.");
@@ -196,9 +195,9 @@ void Operator::ConfirmFlash()
 {
     if (console_.IsUnattended()) return;
     if (options_.file.empty()) {
-        const std::string file = console_.Ask().AskForText("Flash file", Session.sFlashFile);
+        const std::string file = console_.Ask().AskForText("Flash file", FlashFile());
         if (IsExitRequested()) throw Over{};
-        if (file != Session.sFlashFile) TakeFile(file);
+        if (file != FlashFile()) TakeFile(file);
     }
     const int picked = console_.Ask().Pick("Start the flash?", {{"Yes", "y"}, {"No", "n"}}, 0);
     if (IsExitRequested()) throw Over{};
@@ -222,10 +221,10 @@ void Operator::ChooseFile()
 void Operator::Flash()
 {
     stage_ = Stage::Flash;
-    lastMode_ = Session.bSkipParams ? STATE_WAIT_RESET : STATE_PREFLASH;
+    lastMode_ = Session.plan->bSkipParams ? STATE_WAIT_RESET : STATE_PREFLASH;
     Next();
-    if (Session.iCommMode == STATE_IDLE) Leave(END_BAD_FILE, "");
-    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
+    if (Session.link.iCommMode == STATE_IDLE) Leave(END_BAD_FILE, "");
+    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.link.iCommMode == STATE_IDLE; });
     if (IsOn(frmWizard.cmdNav[2])) return;
     Leave(lastMode_ == STATE_PREFLASH || erased_ ? CodeOfStage() : END_BAD_FILE, "");
 }
@@ -234,19 +233,19 @@ void Operator::Restore()
 {
     Next();
     if (frmWizard.iCurrentStep == STEP_FINISHED) return;
-    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.iCommMode == STATE_IDLE; });
+    Await([] { return IsOn(frmWizard.cmdNav[2]) || Session.link.iCommMode == STATE_IDLE; });
     if (!IsOn(frmWizard.cmdNav[2])) Leave(END_PARAMS_OUT, "");
     Next();
 }
 
 void Operator::Finish()
 {
-    const bool wanted = options_.skipParameters || BoardOf(Session.iBoardType).holdsNoParams;
-    const bool back = !Session.bSkipParams || wanted;
+    const bool wanted = options_.skipParameters || BoardOf(Session.plan->iBoardType).holdsNoParams;
+    const bool back = !Session.flash.bSkipParams || wanted;
     if (frmShowPostFlashCmds.Self.Visible)
         voice_.Tell("commands", Lines(frmShowPostFlashCmds.lblInstructions.Caption) + "\n\n" +
                                     Lines(frmShowPostFlashCmds.txtShowPostFlashCmds.Text));
-    if (Session.bSkipParams && supply_.IsThere()) {
+    if (Session.flash.bSkipParams && supply_.IsThere()) {
         const double since = console_.Seconds();
         Await([&] { return console_.Seconds() - since >= 2; });  // it still stores what came last
         SwitchPower();

@@ -2,9 +2,9 @@
 
 #include "console/Operator.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -18,7 +18,7 @@ int PortNumber(const std::string& words)
     return isNumber && digits.size() <= 3 ? static_cast<int>(text::Val(digits)) : 0;
 }
 
-bool PortIsOpen() { return Session.iCommID > 0; }
+bool PortIsOpen() { return Session.link.iCommID > 0; }
 
 }  // namespace
 
@@ -67,7 +67,7 @@ void Operator::ChoosePort()
             entries.push_back(frmWizard.mnuCommPort_Item[index].Caption() + "  " +
                               frmWizard.mnuCommPort_Item[index].ToolTipText());
     if (console_.IsUnattended() || !options_.port.empty() || entries.empty()) {
-        const std::string remedy = console_.DescribeCommPort(Session.iCommPort).remedy;
+        const std::string remedy = console_.DescribeCommPort(Session.link.iCommPort).remedy;
         Leave(END_NO_PORT, remedy);
     }
     const int picked = console_.Ask().PickFromList("Serial port", entries, -1);
@@ -101,7 +101,7 @@ void Operator::AwaitFirstWord()
         }
         if (supply_.IsSwitching()) start = now;
         if (now - start >= patience && console_.IsUnattended())
-            Leave(END_NOT_KNOWN, "Nothing has come from the antenna on COM" + text::Num(Session.iCommPort) + ".");
+            Leave(END_NOT_KNOWN, "Nothing has come from the antenna on COM" + text::Num(Session.link.iCommPort) + ".");
         return false;
     });
 }

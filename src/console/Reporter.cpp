@@ -1,9 +1,10 @@
 #include "console/Reporter.h"
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
+#include "link/Mode.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
@@ -39,17 +40,7 @@ Reporter::Reporter(Voice& voice)
 {
 }
 
-bool Reporter::IsTransfer()
-{
-    switch (Session.iCommMode) {
-    case STATE_SEND_BLOCKS:
-    case STATE_SEND_LINES:
-    case STATE_RF_BOOT_BLOCKS:
-    case STATE_BOOT_UPGRADE:
-    case STATE_SEND_RF7: return true;
-    default: return false;
-    }
-}
+bool Reporter::IsTransfer() { return PhaseNow() == Phase::Writing; }
 
 void Reporter::Look()
 {
@@ -102,16 +93,16 @@ Progress Reporter::TransferNow()
 {
     constexpr double rateOver = 5;
     const double now = computer->Seconds();
-    if (!samples_.empty() && Session.lBytesSent < samples_.back().bytes) samples_.clear();  // it began again
-    if (samples_.empty() || now - samples_.back().seconds >= 0.1) samples_.push_back({now, Session.lBytesSent});
+    if (!samples_.empty() && Session.attempt.lBytesSent < samples_.back().bytes) samples_.clear();  // it began again
+    if (samples_.empty() || now - samples_.back().seconds >= 0.1) samples_.push_back({now, Session.attempt.lBytesSent});
     while (samples_.size() > 2 && now - samples_[1].seconds > rateOver) samples_.pop_front();
 
     Progress progress;
     progress.what = isUpgrade_ ? "Upgrading the boot loader" : "Flashing";
     progress.percent = frmWizard.ProgressBar1.Value;
-    progress.seconds = Session.dFlashStart > 0 ? now - Session.dFlashStart : 0;
+    progress.seconds = Session.flash.dFlashStart > 0 ? now - Session.flash.dFlashStart : 0;
     if (isUpgrade_) return progress;
-    progress.bytes = Session.lBytesSent;
+    progress.bytes = Session.attempt.lBytesSent;
     const Sample& oldest = samples_.front();
     if (now - oldest.seconds >= 0.5) {
         progress.rate = static_cast<double>(progress.bytes - oldest.bytes) / (now - oldest.seconds);
@@ -132,7 +123,7 @@ void Reporter::EndTransfer()
 void Reporter::ShowProgress()
 {
     inTransfer_ = IsTransfer();
-    isUpgrade_ = Session.iCommMode == STATE_BOOT_UPGRADE;
+    isUpgrade_ = Session.link.iCommMode == STATE_BOOT_UPGRADE;
     if (inTransfer_) voice_.Show(TransferNow());
     // The test of the file.
     if (!inTransfer_ && frmWizard.ProgressBar1.Value > 0 &&

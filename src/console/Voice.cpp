@@ -15,7 +15,7 @@ std::string Fixed(double number, int digits) { return QString::number(number, 'f
 
 std::string Clock(double seconds)
 {
-    const auto whole = static_cast<long>(seconds + 0.5);
+    const auto whole = std::lround(seconds);
     const std::string rest = std::to_string(whole % 60);
     return std::to_string(whole / 60) + (rest.size() < 2 ? ":0" : ":") + rest;
 }

@@ -6,7 +6,7 @@
 #include "console/ConsoleComputer.h"
 #include "console/Lists.h"
 #include "console/Operator.h"
-#include "frame/StartUp.h"
+#include "loop/StartUp.h"
 #include "platform/SerialControl.h"
 
 namespace {

@@ -19,8 +19,8 @@
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
-#include "frame/StartUp.h"
-#include "frame/Wizard.h"
+#include "loop/StartUp.h"
+#include "session/Wizard.h"
 
 Desktop::Desktop()
     : directory_(FindProgramDirectory()),
@@ -81,7 +81,7 @@ void Desktop::ReplaceProgram()
     successor_ = QCoreApplication::applicationFilePath();
     if (problem.isEmpty()) return;
     const std::string words = "There was an error updating: " + problem.toStdString();
-    computer_.MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Check for Updates");
+    computer_.MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Check for Updates", Answer::OK);
 }
 
 /// The port was lost for good: the window shows what was, and closing it is the only way on.

@@ -7,7 +7,7 @@
 #include "desktop/Dialogs.h"
 #include "desktop/Looks.h"
 #include "forms/frmWizard.h"
-#include "frame/Wizard.h"
+#include "session/Wizard.h"
 
 namespace {
 
@@ -51,9 +51,10 @@ QWidget* DesktopComputer::PrepareDialog()
     return window && window->isVisible() ? window : nullptr;
 }
 
-Answer DesktopComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title)
+Answer DesktopComputer::MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                               Answer standard)
 {
-    return AskUser(PrepareDialog(), words, buttons, icon, title);
+    return AskUser(PrepareDialog(), words, buttons, icon, title, standard);
 }
 
 void DesktopComputer::ShowModal(Form& form)

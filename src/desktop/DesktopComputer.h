@@ -13,7 +13,8 @@ public:
     DesktopComputer(const std::string& directory, Binder& binder, CaughtFailure& caught, Ports& ports,
                     SerialLink& link);
 
-    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) override;
+    Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                  Answer standard) override;
     void ShowModal(Form& form) override;
     std::vector<std::string> OpenDialog(const FileDialog& dialog) override;
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override;

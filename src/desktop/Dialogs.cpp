@@ -8,24 +8,28 @@
 
 namespace {
 
-struct ButtonSet {
-    QMessageBox::StandardButtons shown;
-    QMessageBox::StandardButton first;  // what Enter presses
-};
-
-ButtonSet SetOf(Buttons buttons, const std::string& words)
+QMessageBox::StandardButtons SetOf(Buttons buttons)
 {
-    // Where Cancel means "go on as before", Enter must not be the way out.
-    const bool cancelIsSafe = words.ends_with("or Cancel to continue.");
     switch (buttons) {
-    case Buttons::OKCancel:
-        return {QMessageBox::Ok | QMessageBox::Cancel, cancelIsSafe ? QMessageBox::Cancel : QMessageBox::Ok};
-    case Buttons::RetryCancel: return {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry};
-    case Buttons::YesNo: return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes};
-    case Buttons::YesNoCancel: return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::No};
+    case Buttons::OKCancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::RetryCancel: return QMessageBox::Retry | QMessageBox::Cancel;
+    case Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case Buttons::OK: break;
     }
-    return {QMessageBox::Ok, QMessageBox::Ok};
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton ButtonOf(Answer answer)
+{
+    switch (answer) {
+    case Answer::Cancel: return QMessageBox::Cancel;
+    case Answer::Retry: return QMessageBox::Retry;
+    case Answer::Yes: return QMessageBox::Yes;
+    case Answer::No: return QMessageBox::No;
+    case Answer::OK: break;
+    }
+    return QMessageBox::Ok;
 }
 
 QMessageBox::Icon IconOf(Icon icon)
@@ -64,7 +68,8 @@ void SetUp(QFileDialog& chooser, const FileDialog& dialog)
 
 }  // namespace
 
-Answer AskUser(QWidget* parent, const std::string& words, Buttons buttons, Icon icon, const std::string& title)
+Answer AskUser(QWidget* parent, const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+               Answer standard)
 {
     QMessageBox box(parent);
     box.setObjectName(u"msgBox"_qs);
@@ -72,9 +77,8 @@ Answer AskUser(QWidget* parent, const std::string& words, Buttons buttons, Icon 
     box.setTextFormat(Qt::PlainText);
     box.setText(Words(words).remove(u'\r').trimmed());
     box.setIcon(IconOf(icon));
-    const ButtonSet set = SetOf(buttons, words);
-    box.setStandardButtons(set.shown);
-    box.setDefaultButton(set.first);
+    box.setStandardButtons(SetOf(buttons));
+    box.setDefaultButton(ButtonOf(standard));
     return AnswerOf(box.exec(), buttons);
 }
 

@@ -9,7 +9,8 @@
 
 #include "platform/Computer.h"
 
-Answer AskUser(QWidget* parent, const std::string& words, Buttons buttons, Icon icon, const std::string& title);
+Answer AskUser(QWidget* parent, const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+               Answer standard);
 std::vector<std::string> AskForFiles(QWidget* parent, const FileDialog& dialog);
 std::optional<std::string> AskWhereToSave(QWidget* parent, const FileDialog& dialog);
 

@@ -11,10 +11,10 @@
 #include "diagnostics/CalcAzElSkew.h"
 #include "diagnostics/Rooms.h"
 #include "forms/frmWizard.h"
-#include "frame/Wizard.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -101,7 +101,7 @@ void cmdCalcAzElSkew_Click()
         const std::string words = WordsOf(failure);
         WriteLogLine("\r\n++>CalcAzElSkew: failure #" + text::Num(failure.number) + ": " + words);
         computer->MsgBox(words + "\n\nThe program ends now; the antenna is as it was. Please start the program again.",
-                         Buttons::OK, Icon::Critical, "QEL Burnline Assistant - Pointing Angles");
+                         Buttons::OK, Icon::Critical, "QEL Burnline Assistant - Pointing Angles", Answer::OK);
         CleanUpForShutdown(reasonFault);
     }
 }

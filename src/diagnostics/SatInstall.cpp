@@ -9,8 +9,8 @@
 #include "diagnostics/Rooms.h"
 #include "display/Display.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "link/SerialPortIO.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
@@ -39,14 +39,14 @@ void AskForList(const std::string& command, CommMode mode)
     CommHandler();                 // what the antenna has said until now answers another question
     ClearCommBuffers();
     SendCommandLine(command);
-    Session.iCommMode = mode;
-    Session.iWaitTicks = patience;
+    Session.link.iCommMode = mode;
+    Session.link.iWaitTicks = patience;
 }
 
 void BackToIdle()
 {
-    Session.iCommMode = STATE_IDLE;
-    Session.iWaitTicks = 2;
+    Session.link.iCommMode = STATE_IDLE;
+    Session.link.iWaitTicks = 2;
 }
 
 void cmdGetSatListA_Click() { AskForList(ListA, STATE_SAT_LIST_A); }
@@ -92,12 +92,12 @@ std::size_t EndOfAnswer(const std::string& answer)
     return end;
 }
 
-bool IsAskedForA() { return Session.iCommMode == STATE_SAT_LIST_A; }
+bool IsAskedForA() { return Session.link.iCommMode == STATE_SAT_LIST_A; }
 
 /// What was heard from the word of the answer on; empty while the word is missing. Other text isn't the answer.
 std::string AnswerHeard()
 {
-    return text::Mid(Session.sCommLine, text::FindLast(Session.sCommLine, IsAskedForA() ? ListA : ListB));
+    return text::Mid(Session.link.sCommLine, text::FindLast(Session.link.sCommLine, IsAskedForA() ? ListA : ListB));
 }
 
 void Parse(const std::string& answer)
@@ -186,13 +186,13 @@ void ParseSatListB(const std::string& reply)
 void OnSatListReply(const std::string& chunk)
 {
     constexpr std::int16_t quiet = 10;
-    Session.sCommLine += chunk;  // sCommBuffer holds the piece too; adding all of it would count pieces twice
+    Session.link.sCommLine += chunk;  // sCommBuffer holds the piece too; adding all of it would count pieces twice
     const std::string answer = AnswerHeard();
     const std::size_t end = EndOfAnswer(answer);
     if (end != std::string::npos)
         Parse(answer.substr(0, end));
     else if (text::Count(answer, ',') >= 2)
-        Session.iWaitTicks = quiet;  // an answer without a line end is over when nothing follows
+        Session.link.iWaitTicks = quiet;  // an answer without a line end is over when nothing follows
 }
 
 void EndSatListWait()
@@ -200,7 +200,7 @@ void EndSatListWait()
     const bool isA = IsAskedForA();
     const std::string answer = AnswerHeard();
     Parse(answer);
-    if (Session.iCommMode == STATE_IDLE) return;
+    if (Session.link.iCommMode == STATE_IDLE) return;
     if (!isA && text::Count(answer, ',') == 1)
         ShowAllCommsTextUpdate(
             "*** The antenna has no choice of satellites for 'B'. Pick another satellite for 'A' or "

@@ -11,12 +11,12 @@
 #include "diagnostics/ScriptFile.h"
 #include "display/Display.h"
 #include "forms/frmWizard.h"
-#include "frame/Round.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "link/SerialPortIO.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "session/Round.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -69,17 +69,19 @@ void ShowLineUnderWay()
 bool SendLineOfScript()
 {
     // What was typed just before goes first, instead of being overwritten.
-    if (Session.iCommMode == STATE_IDLE && !Session.sCmdQueueText.empty())
-        SendCommandLine(std::exchange(Session.sCmdQueueText, {}));
+    if (Session.link.iCommMode == STATE_IDLE && !Session.link.sCmdQueueText.empty())
+        SendCommandLine(std::exchange(Session.link.sCmdQueueText, {}));
     ClearCommBuffers();  // nobody reads the answers, and a long script would pile them up
     const int step = frmWizard.iCurrentStep;
-    Session.sCmdQueueText = frmWizard.sScriptLines.at(static_cast<std::size_t>(frmWizard.iScriptLine));
-    Session.iCommMode = STATE_SCRIPT;
-    if (Session.iWaitTicks <= 0) Session.iWaitTicks = 2;
+    Session.link.sCmdQueueText = frmWizard.sScriptLines.at(static_cast<std::size_t>(frmWizard.iScriptLine));
+    Session.link.iCommMode = STATE_SCRIPT;
+    if (Session.link.iWaitTicks <= 0) Session.link.iWaitTicks = 2;
     ShowLineUnderWay();
-    const auto isFree = [step] { return frmWizard.iCurrentStep == step && Session.iCommID > 0 && !IsExitRequested(); };
-    while (Session.iCommMode == STATE_SCRIPT && !wanted.elsewhere && isFree()) RunRound();
-    return isFree() && (wanted.elsewhere || Session.iCommMode == STATE_IDLE);
+    const auto isFree = [step] {
+        return frmWizard.iCurrentStep == step && Session.link.iCommID > 0 && !IsExitRequested();
+    };
+    while (Session.link.iCommMode == STATE_SCRIPT && !wanted.elsewhere && isFree()) RunRound();
+    return isFree() && (wanted.elsewhere || Session.link.iCommMode == STATE_IDLE);
 }
 
 /// The line under way was sent: on to the next one. The empty element behind the last command is sent too when the
@@ -101,9 +103,9 @@ void EndOfLines()
 
 void Abandon()
 {
-    Session.sCmdQueueText.clear();
+    Session.link.sCmdQueueText.clear();
     if (IsExitRequested()) return;
-    if (Session.iCommMode == STATE_SCRIPT) Session.iCommMode = STATE_IDLE;
+    if (Session.link.iCommMode == STATE_SCRIPT) Session.link.iCommMode = STATE_IDLE;
     const std::string at = text::Num(frmWizard.iScriptLine + 1) + " of " + text::Num(CommandCount());
     ShowAllCommsTextUpdate("*** The script was ended ahead of command " + at + ". ***\r\n");
 }
@@ -157,7 +159,6 @@ void cmdDoNext_Click()
 void chkPauseBetweenCmds_Click()
 {
     const bool pause = frmWizard.chkPauseBetweenCmds.Value == 1;
-    Session.bScriptPaused = pause;
     frmWizard.cmdDoNext.Enabled = pause;
     frmWizard.cmdDoNext.Visible = pause;
     frmWizard.cmdRunScript.Enabled = !pause;
@@ -178,14 +179,14 @@ void cmdOpenScriptFile_Click()
     if (!script.problem.empty())
         computer->MsgBox("The script file was not read, or not to its end - " + chosen.front() + "\n\n" +
                              script.problem + "\n\nPlease check the file, then open it again.",
-                         Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Command Script");
+                         Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Command Script", Answer::OK);
 
     // Of a script that runs, no further line goes out.
     wanted.wholeScript = false;
     MoveTo(0);
-    if (Session.iCommMode == STATE_SCRIPT) {
-        Session.sCmdQueueText.clear();
-        Session.iCommMode = STATE_IDLE;
+    if (Session.link.iCommMode == STATE_SCRIPT) {
+        Session.link.sCmdQueueText.clear();
+        Session.link.iCommMode = STATE_IDLE;
     }
     const std::size_t count = script.commands.size();
     frmWizard.sScriptLines = std::move(script.commands);
@@ -209,7 +210,6 @@ void ConnectScripts()
 
 void LoadScripts()
 {
-    Session.bScriptPaused = false;
     frmWizard.sScriptLines.assign(2, "");
     for (Control* control : {&frmWizard.cmdRunScript, &frmWizard.chkPauseBetweenCmds, &frmWizard.cmdDoNext})
         control->Enabled = false;

@@ -1,9 +1,9 @@
 #include "display/Display.h"
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 void StatusTextUpdate(const std::string& words)
@@ -19,12 +19,12 @@ void ShowProgress(int percent)
         return;
     }
     // Time so far; no time left is computed anywhere, whatever the control is called.
-    frmWizard.fFlashSeconds = static_cast<float>(computer->Seconds() - Session.dFlashStart);
+    frmWizard.fFlashSeconds = static_cast<float>(computer->Seconds() - Session.flash.dFlashStart);
     const long seconds = static_cast<long>(frmWizard.fFlashSeconds);
     frmWizard.lblTimeLeft[1].Caption = text::Str(seconds) + "  sec. so far  (" + text::Str(percent) + "  % completed)";
-    frmWizard.lblBytesSent[1].Caption = text::Str(Session.lBytesSent);
-    frmWizard.lblRetries[1].Caption = text::Str(Session.iLineRetries);
-    frmWizard.lblTotalRetries[1].Caption = text::Str(Session.iTotalRetries);
+    frmWizard.lblBytesSent[1].Caption = text::Str(Session.attempt.lBytesSent);
+    frmWizard.lblRetries[1].Caption = text::Str(Session.attempt.iLineRetries);
+    frmWizard.lblTotalRetries[1].Caption = text::Str(Session.attempt.iTotalRetries);
 }
 
 int PercentOf(double done, double whole)

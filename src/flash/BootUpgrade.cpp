@@ -5,17 +5,18 @@
 
 #include "display/Display.h"
 #include "flash/FileIO.h"
+#include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
 #include "flash/SRecord.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
-#include "knowledge/BoardTable.h"
+#include "knowledge/Utilities.h"
 #include "persistence/Logs.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFiles.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -31,10 +32,10 @@ void StoreRecord(const std::string& line)
     if (record.type != 1) return;
     std::uint32_t address = record.address >= 33792 ? record.address - 32768 : record.address;
     for (const std::uint8_t byte : record.data) {
-        if (address >= Session.BootUpgradeImage.size())
-            throw Failure{FAIL_SUBSCRIPT, Session.sBootloaderUpgradeFile + ": address " + text::Hex(record.address, 4) +
-                                              " lies beyond the boot loader"};
-        Session.BootUpgradeImage[address++] = byte;
+        if (address >= Session.flash.BootUpgradeImage.size())
+            throw Failure{FAIL_SUBSCRIPT, Session.config->sBootloaderUpgradeFile + ": address " +
+                                              text::Hex(record.address, 4) + " lies beyond the boot loader"};
+        Session.flash.BootUpgradeImage[address++] = byte;
     }
 }
 
@@ -47,29 +48,29 @@ void LoadUpgradeFile()
         frmWizard.lblBytesSent[1].Caption = text::Num(++records);
         StoreRecord(line);
     }
-    Session.lBootBytePos = firstByte;
+    Session.attempt.lBootBytePos = firstByte;
     CloseFlashFile();
 }
 
 void SendBootUpgradeBlock()
 {
-    ShowProgress(PercentOf(Session.lBootBytePos, behindLast));
-    const auto begin = Session.BootUpgradeImage.begin() + Session.lBootBytePos;
-    Session.lBootBytePos += blockLength;
+    ShowProgress(PercentOf(Session.attempt.lBootBytePos, behindLast));
+    const auto begin = Session.flash.BootUpgradeImage.begin() + Session.attempt.lBootBytePos;
+    Session.attempt.lBootBytePos += blockLength;
     // In one piece: the old loader needs no pause inside a block.
     MSComm1->Output(std::string(begin, begin + blockLength));
 }
 
 void EndUpgrade()
 {
-    Session.bUpgradeBootloader = false;
-    Session.iCommMode = STATE_WAIT_RESET;
+    Session.flash.bBootloaderUpgraded = true;
+    Session.link.iCommMode = STATE_WAIT_RESET;
     ShowBanner(0,
                "*** Boot loader for " + BoardNameForLog() + " upgraded. Please restart the Burnline Assistant now. ***",
                PaleYellow, Red);
-    ShowMsgBox(30, "CommHandler");
+    ShowMsgBox(30, "CommHandler", BoardNameForLog());
     frmWizard.lblFlashStatus[0].Visible = true;
-    frmWizard.lblStep[5].Caption = "Flashing RF board with file " + text::Trim(Session.sFlashFile);
+    frmWizard.lblStep[5].Caption = "Flashing RF board with file " + text::Trim(StageInHand().sFlashFile);
     ShowAllCommsTextUpdate("Please cycle power to the antenna to continue.\r\n");
 }
 
@@ -79,16 +80,16 @@ bool SetupBootloaderUpgrade()
 {
     bool loaded = false;
     Guarded("SetupBootloaderUpgrade", [&] {
-        Session.BootUpgradeImage.fill(255);
+        Session.flash.BootUpgradeImage.fill(255);
         frmWizard.lblStep[5].Caption = "Upgrading boot loader... ";
-        const std::string& file = Session.sBootloaderUpgradeFile;
+        const std::string& file = Session.config->sBootloaderUpgradeFile;
         WriteLogLine("Bootloader will be upgraded to file " + file + ".");
         if (!ProgramFileExists(file)) {
             ShowMsgBox(5, "SetupBootloaderUpgrade, after Dir(" + file + ") failed.");
             return;
         }
         if (OpenFlashFile(file) != FILE_OPENED) {
-            Session.bFlashFileBad = true;
+            Session.flash.bFlashFileBad = true;
             ShowMsgBox(20, "SetupBootloaderUpgrade, after discovering bootloader upgrade file to be corrupt.");
             return;
         }
@@ -101,7 +102,7 @@ bool SetupBootloaderUpgrade()
 void OnUpgradeReply(const std::string& chunk)
 {
     if (!text::Holds(chunk, "$")) return;
-    if (Session.lBootBytePos < behindLast)
+    if (Session.attempt.lBootBytePos < behindLast)
         SendBootUpgradeBlock();
     else
         EndUpgrade();

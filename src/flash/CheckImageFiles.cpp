@@ -6,13 +6,11 @@
 #include "flash/FlashRFBoard.h"
 #include "flash/HexRecord.h"
 #include "flash/SRecord.h"
-#include "frame/SessionState.h"
 #include "knowledge/BoardTable.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
-
-BoardImage& ImageOf(bool first) { return first ? Session.FlashImage : Session.FlashImageVerify; }
 
 void Store(BoardImage& image, std::int64_t index, std::uint8_t byte)
 {
@@ -29,24 +27,20 @@ struct Window {
 
 }  // namespace
 
-void CheckS19File(const std::string& fileName, std::int32_t addressBias, bool fillFirstImage, bool showProgress)
+void CheckS19File(const std::string& fileName, std::int32_t addressBias, int boardType, S19File kind)
 {
-    const Board& board = BoardOf(Session.iBoardType);
+    const Board& board = BoardOf(boardType);
     const BlockLayout& layout = *board.layout;
     const bool keepsImage = board.group == BoardGroup::Block;
-    const bool isBoot = text::Equal(fileName, Session.sNewRFBootloaderFile);
+    const bool isBoot = kind == S19File::BootLoader;
     const Window window =
         isBoot ? Window{layout.bootLowest, layout.bootHighest} : Window{layout.lowest, layout.highest};
-    BoardImage& image = ImageOf(fillFirstImage);
-    if (keepsImage && !isBoot) {
-        image.fill(255);  // the erased state
-        Session.lFlashBlockPos = layout.mainStart;
-    }
+    BoardImage& image = Session.flash.FlashImage;
+    if (keepsImage && !isBoot) image.fill(255);  // the erased state
 
     bool holdsData = false;
     FileTest test;
     test.fileName = fileName;
-    test.showProgress = showProgress;
     test.isRecord = [](const std::string& line) { return IsSRecord(line); };
     test.test = [&](const std::string& line) {
         const SRecord record = ParseSRecord(line);
@@ -81,25 +75,24 @@ void CheckS19Records(const std::string& fileName)
     RunFileTest(test);
 }
 
-void CheckHexImageFile(const std::string& fileName, std::int32_t imageLength, std::int32_t addressBias,
-                       std::int32_t lowestAddress, bool fillFirstImage, bool showProgress)
+void CheckHexImageFile(const std::string& fileName, const FileArguments& arguments, int boardType)
 {
-    const int type = Session.iBoardType;
-    const bool folded = type != 4 && type != 11 && type != 20 && type != 21 && imageLength > 0;
-    BoardImage& image = ImageOf(fillFirstImage);
+    const bool folded = BoardOf(boardType).foldsSecondFile && arguments.ImageSize > 0;
+    BoardImage& image = Session.flash.FlashImage;
     bool holdsData = false;
     FileTest test;
     test.fileName = fileName;
-    test.showProgress = showProgress;
     test.test = [&](const std::string& line) {
         const std::uint32_t count = text::HexField(line, 2, 2);
-        std::int64_t index = static_cast<std::int64_t>(text::HexField(line, 4, 4)) + addressBias;
+        std::int64_t index = static_cast<std::int64_t>(text::HexField(line, 4, 4)) + arguments.AddressOffset;
         if (text::HexField(line, 8, 2) != HexData) return;
         ParseHexRecord(line);  // its checksum, too
         holdsData = true;
         for (std::size_t at = 10; at < 10 + std::size_t{count} * 2; at += 2) {
-            if (index < lowestAddress) return;  // a record that begins under the lowest address stays out as a whole
-            Store(image, folded ? index % imageLength : index, static_cast<std::uint8_t>(text::HexField(line, at, 2)));
+            if (index < arguments.CheckValue)
+                return;  // a record that begins under the lowest address stays out as a whole
+            Store(image, folded ? index % arguments.ImageSize : index,
+                  static_cast<std::uint8_t>(text::HexField(line, at, 2)));
             ++index;
         }
     };

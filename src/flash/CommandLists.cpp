@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "frame/SessionState.h"
 #include "text/Text.h"
 
 bool IsWaitEntry(const std::string& entry, int& seconds)
@@ -14,21 +13,19 @@ bool IsWaitEntry(const std::string& entry, int& seconds)
 
 short TicksOf(int seconds) { return static_cast<short>(std::clamp(seconds * 10, 1, 32767)); }
 
-Previous JudgePrevious(std::int16_t& index)
+Previous JudgePrevious(std::int16_t& index, CommandInFlight& command)
 {
     constexpr int maxRetries = 5;
-    if (Session.bReplySeen || index == 0) {
-        Session.sExpectedReply.clear();
-        Session.bReplySeen = false;
-        Session.iWaitTicks = 10;
-        Session.iCmdRetries = 0;
+    if (command.bReplySeen || index == 0) {
+        command = {};
+        Session.link.iWaitTicks = 10;
         return Previous::Done;
     }
-    if (Session.iCmdRetries >= maxRetries) {
-        Session.iCmdRetries = 0;
+    if (command.iCmdRetries >= maxRetries) {
+        command.iCmdRetries = 0;
         return Previous::GivenUp;
     }
     --index;
-    Session.iWaitTicks = TicksOf(++Session.iCmdRetries);
+    Session.link.iWaitTicks = TicksOf(++command.iCmdRetries);
     return Previous::Again;
 }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "session/Session.h"
+
 /// True, and the seconds, when an entry is a wait: "WAIT 5".
 bool IsWaitEntry(const std::string& entry, int& seconds);
 
@@ -17,5 +19,5 @@ enum class Previous {
     GivenUp,  // it wasn't for five times
 };
 
-/// Judges the command ahead of `index` by bReplySeen, and arms the wait for what follows.
-Previous JudgePrevious(std::int16_t& index);
+/// Judges the command ahead of `index`, and arms the wait for what follows.
+Previous JudgePrevious(std::int16_t& index, CommandInFlight& command);

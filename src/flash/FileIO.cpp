@@ -5,10 +5,10 @@
 
 #include "display/Display.h"
 #include "flash/HexRecord.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFiles.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/LineReader.h"
 
 namespace {
@@ -29,8 +29,7 @@ int OpenForReading(const std::string& name)
     flashFile.stream = std::ifstream(path, std::ios::binary);
     if (!flashFile.stream) throw Failure{FAIL_FILE_ACCESS, path.string() + " can't be opened"};
     flashFile.lines = std::make_unique<LineReader>(flashFile.stream);
-    Session.iFlashFileNum = 1;
-    Session.lFlashFileSize = static_cast<std::int32_t>(size);
+    Session.flash.lFlashFileSize = static_cast<std::int32_t>(size);
     return FILE_OPENED;
 }
 
@@ -47,7 +46,6 @@ void CloseFlashFile()
 {
     flashFile.lines.reset();
     flashFile.stream.close();
-    Session.iFlashFileNum = 0;
 }
 
 bool FlashFileAtEnd() { return !flashFile.lines || flashFile.lines->AtEnd(); }
@@ -65,17 +63,17 @@ std::string GetLine()
 int FlashFilePercent()
 {
     if (!flashFile.lines) return 0;
-    return PercentOf(static_cast<double>(flashFile.lines->Position()), Session.lFlashFileSize);
+    return PercentOf(static_cast<double>(flashFile.lines->Position()), Session.flash.lFlashFileSize);
 }
 
 bool ReadNextHexLine()
 {
     if (FlashFileAtEnd()) return false;
-    Session.vCurrentLine = Session.sFirstLine;
-    Session.sFirstLine = GetLine();
+    Session.attempt.vCurrentLine = Session.attempt.sFirstLine;
+    Session.attempt.sFirstLine = GetLine();
     ShowProgress(FlashFilePercent());
-    if (IsShortContinuation(Session.sFirstLine))
-        Session.vCurrentLine = MergeShortRecord(Session.vCurrentLine, Session.sFirstLine);
-    Session.vCurrentLine += "\r";
+    if (IsShortContinuation(Session.attempt.sFirstLine))
+        Session.attempt.vCurrentLine = MergeShortRecord(Session.attempt.vCurrentLine, Session.attempt.sFirstLine);
+    Session.attempt.vCurrentLine += "\r";
     return true;
 }

@@ -5,9 +5,9 @@
 #include "display/Display.h"
 #include "flash/FileIO.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
@@ -23,7 +23,7 @@ void TellCorruption(const FileTest& test, long record, const std::string& fault)
     StatusTextUpdate("Possible file corruption at record: " + number);
     StatusTextUpdate(test.fileName + ": " + fault + ".");
     StatusTextUpdate("Nothing was sent to the antenna. Click Back to choose another file, or get this one again.");
-    Session.bFlashFileBad = true;
+    Session.flash.bFlashFileBad = true;
 }
 
 /// Reads the records up to the first bad one.
@@ -31,11 +31,11 @@ void TestRecords(const FileTest& test)
 {
     long record = 0;
     while (!FlashFileAtEnd()) {
-        if (test.showProgress) ShowProgress(FlashFilePercent());
+        ShowProgress(FlashFilePercent());
         const std::string line = GetLine();
         if (!test.isRecord(line)) continue;
         ++record;
-        if (test.showProgress) frmWizard.lblBytesSent[1].Caption = text::Num(record);
+        frmWizard.lblBytesSent[1].Caption = text::Num(record);
         computer->DoEvents();
         try {
             test.test(line);
@@ -53,15 +53,13 @@ void TestRecords(const FileTest& test)
 void RunFileTest(const FileTest& test)
 {
     if (OpenFlashFile(test.fileName) != FILE_OPENED) {
-        Session.bFlashFileBad = true;
+        Session.flash.bFlashFileBad = true;
         return;
     }
     const std::string caption = frmWizard.lblProgressBar.Caption;
     frmWizard.lblProgressBar.Caption = "Progress (File Check):";
     TestRecords(test);
-    if (!Session.bFlashFileBad)
-        WriteLogLine("++>.....File " + test.fileName + " passed integrity test" +
-                     (test.showProgress ? ". " : " (Not Displayed). "));
+    if (!Session.flash.bFlashFileBad) WriteLogLine("++>.....File " + test.fileName + " passed integrity test. ");
     frmWizard.lblProgressBar.Caption = caption;
     ShowProgress(0);
     CloseFlashFile();

@@ -7,7 +7,6 @@
 
 struct FileTest {
     std::string fileName;
-    bool showProgress = true;
     bool colonInLog = true;  // "at record: 12" and no line end, or "at record 12"
     /// False for a line that is no record and doesn't count.
     std::function<bool(const std::string& line)> isRecord = [](const std::string&) { return true; };

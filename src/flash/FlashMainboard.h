@@ -1,24 +1,29 @@
 #pragma once
 // The flash of a board with a .HEX file: its start, its transfer, its end.
 
-#include <initializer_list>
 #include <string>
+
+#include "session/FlashPlan.h"
 
 /// Tests the flash file and sets the link going: the parameters are read out, or the reset is awaited. A file that is
 /// missing or corrupt is told, and the link stays idle.
 void StartFlash();
 
-/// Tests a file as the one that the board at hand is flashed with; sets bFlashFileBad when it can't be.
-void CheckFlashFile(const std::string& fileName);
+/// The next stage of a flash under way: its file is tested, and the user is asked for the power cycle ahead of it.
+void StartNextStage();
+
+/// The stage of the plan that is written now.
+const FlashStage& StageInHand();
+
+/// Tests a file as the one that a board is flashed with; sets bFlashFileBad when it can't be. `addressBias` is added to
+/// the addresses of an .S19 file.
+void CheckFlashFile(const std::string& fileName, int boardType, std::int32_t addressBias);
 
 /// Tests a .HEX file record by record and tells the first bad one; sets bFlashFileBad.
 void CheckHexFile(const std::string& fileName);
 
 /// The words that ask for a power cycle, as a yellow banner on STEP_5.
 void AskForPowerCycle(const std::string& words);
-
-/// True when the row in use is one of these antennas, by its name or its identification words.
-bool RowIsOneOf(std::initializer_list<const char*> names);
 
 /// The banner of a transfer: what is flashed, and that the antenna must not be powered off.
 std::string TransferBanner(const std::string& lineBreak);

@@ -1,5 +1,5 @@
 #pragma once
-// What the link does in each mode, as named in frame/ModeTable: on a reply, and when the wait has run out.
+// What the link does in each mode, as named in loop/ModeTable: on a reply, and when the wait has run out.
 
 #include <string>
 

@@ -5,14 +5,14 @@
 #include "flash/FlashMainboard.h"
 #include "flash/Phases.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -30,11 +30,12 @@ bool IsReadyAtOnce(int type)
 
 bool IsRestartText(const std::string& heard)
 {
-    const int type = Session.iBoardType;
-    if (type == 15 || type == 16) return true;
-    if (type == 1) return text::Holds(heard, Session.sNewRFSignOn) || text::Holds(heard, Session.sSignOn);
-    if (BoardOf(type).group == BoardGroup::None) return false;
-    return Session.bUSBLink || (text::Holds(heard, Session.sBoardSignOn) && !text::Holds(heard, "RF:"));
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    if (board.anyTextIsRestart) return true;
+    if (board.hasOldLoader)
+        return text::Holds(heard, Session.config->sNewRFSignOn) || text::Holds(heard, Session.config->sSignOn);
+    if (board.group == BoardGroup::None) return false;
+    return Session.plan->bUSBLink || (text::Holds(heard, Session.plan->sBoardSignOn) && !text::Holds(heard, "RF:"));
 }
 
 void NoteRestart()
@@ -42,22 +43,22 @@ void NoteRestart()
     frmWizard.lblStep[6].Caption = "Antenna Restarted";
     AddParamsSent("Antenna restarted, waiting for full initialization.\r\n");
     frmWizard.lblFlashStatus[1].Visible = false;
-    Session.bRestartSeen = true;
-    Session.bSwitchTestSeen = false;
+    Session.restore.bRestartSeen = true;
+    Session.restore.bSwitchTestSeen = false;
     ShowAllCommsTextUpdate("==> Antenna restarted, waiting for full initialization.\r\n");
-    if (IsReadyAtOnce(Session.iBoardType)) {
-        Session.bAntennaInitDone = true;
-        Session.bSwitchTestSeen = true;
-        if (Session.iBoardType == 15 || Session.iBoardType == 16) Session.iWaitTicks = 30;
+    if (IsReadyAtOnce(Session.plan->iBoardType)) {
+        Session.restore.bAntennaInitDone = true;
+        Session.restore.bSwitchTestSeen = true;
+        if (BoardOf(Session.plan->iBoardType).anyTextIsRestart) Session.link.iWaitTicks = 30;
     }
     ClearCommBuffers();
 }
 
 void FinishInitialization(std::int16_t waitTicks)
 {
-    Session.bAntennaInitDone = true;
-    Session.bWaitInitFlag = false;
-    Session.iWaitTicks = waitTicks;
+    Session.restore.bAntennaInitDone = true;
+    Session.restore.bWaitInitFlag = false;
+    Session.link.iWaitTicks = waitTicks;
     ClearCommBuffers();
 }
 
@@ -65,13 +66,13 @@ void FinishInitialization(std::int16_t waitTicks)
 void WatchInitialization(const std::string& heard)
 {
     const bool limitSwitch = text::Holds(heard, "Switch") && text::Holds(heard, "Limit");
-    if (limitSwitch && !Session.bSwitchTestSeen && text::Holds(heard, "Test")) {
+    if (limitSwitch && !Session.restore.bSwitchTestSeen && text::Holds(heard, "Test")) {
         ClearCommBuffers();
-        Session.bSwitchTestSeen = true;
-    } else if (limitSwitch && Session.bSwitchTestSeen && text::Holds(heard, "PASS")) {
+        Session.restore.bSwitchTestSeen = true;
+    } else if (limitSwitch && Session.restore.bSwitchTestSeen && text::Holds(heard, "PASS")) {
         FinishInitialization(10);
     } else if (text::Holds(heard, "AZ") && text::Holds(heard, "*** ERROR:") && text::Holds(heard, "FOG") &&
-               RowIsOneOf({"HOLMSS", "HOLM", "JARL"})) {
+               Session.plan->facts.startsWithFogError) {
         FinishInitialization(30);  // no limit switch test here: the start-up ends with this error line
     }
 }
@@ -93,27 +94,27 @@ void ShowWaiting(bool shown)
 
 void StartWait(int seconds)
 {
-    Session.iWaitTicks = TicksOf(seconds);
-    AddParamsSent("Waiting " + text::Num(Session.iWaitTicks / 10) + " seconds\r\n");
+    Session.link.iWaitTicks = TicksOf(seconds);
+    AddParamsSent("Waiting " + text::Num(Session.link.iWaitTicks / 10) + " seconds\r\n");
     frmWizard.lblWaiting1.Caption = "Waiting for antenna to complete command.";
-    frmWizard.lblWaiting_SecondsLeft.Caption = text::Num(Session.iWaitTicks / 10);
+    frmWizard.lblWaiting_SecondsLeft.Caption = text::Num(Session.link.iWaitTicks / 10);
     ShowWaiting(true);
-    Session.bWaitInitFlag = true;
+    Session.restore.bWaitInitFlag = true;
 }
 
 void SendRestoreCommand(const std::string& entry)
 {
-    Session.bWaitInitFlag = false;
+    Session.restore.bWaitInitFlag = false;
     MSComm1->Output(entry + "\r");
     Show("==>" + entry + "\r\n");
-    Session.sExpectedReply = ExpectedReplyFor(entry);
+    Session.restore.command.sExpectedReply = ExpectedReplyFor(entry);
 }
 
 /// The wait for the antenna's start-up has no limit; one that lasts gets advice.
 std::string WaitingWords()
 {
     constexpr int patience = 60;  // looks, a second apart
-    if (++Session.iInitLooks < patience) return "Waiting for full initialization.";
+    if (++Session.restore.iInitLooks < patience) return "Waiting for full initialization.";
     return "Waiting for full initialization. If this goes on, check cable and power, then switch the antenna off and "
            "on "
            "once more.";
@@ -122,14 +123,13 @@ std::string WaitingWords()
 /// One entry of the common list of the board's group; false when the list is through.
 bool CommonListStep()
 {
-    const bool main = BoardOf(Session.iBoardType).group == BoardGroup::Line;
-    const bool none = BoardOf(Session.iBoardType).group == BoardGroup::None;
-    std::int16_t& index = main ? Session.iCommonPostflashMainIdx : Session.iCommonPostflashRFIdx;
-    const std::string entry = ListEntry(main ? Session.sCommonPostflashMain : Session.sCommonPostflashRF, index);
-    if (none || entry.empty()) return false;
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    std::int16_t& index = Session.restore.iCommonPostflashIdx;
+    const std::string entry = ListEntry(GroupOf(*Session.config, board.type).sCommonPostflash, index);
+    if (entry.empty()) return false;
     int seconds = 0;
     if (IsWaitEntry(entry, seconds)) {
-        StartWait(Session.iBoardType == 21 ? seconds + 15 : seconds);
+        StartWait(seconds + board.extraCommonWait);
         ++index;
         return true;
     }
@@ -142,14 +142,14 @@ bool CommonListStep()
 /// it successful; that is on purpose.
 void CheckGyroCalibration()
 {
-    if (!Session.bCalGyroPending || Session.bCalGyroOK) return;
-    Session.bCalGyroPending = false;
-    if (Session.iCalGyroTries >= maxCalibrations) {
+    if (!Session.restore.bCalGyroPending) return;
+    Session.restore.bCalGyroPending = false;
+    if (Session.restore.iCalGyroTries >= maxCalibrations) {
         ShowMsgBox(17, "TimerHandler");
         return;
     }
-    Session.iPostflashCmdIdx = static_cast<std::int16_t>(Session.iPostflashCmdIdx - 2);
-    if (Session.iPostflashCmdIdx < 0) Session.iPostflashCmdIdx = 0;
+    Session.restore.iPostflashCmdIdx = static_cast<std::int16_t>(Session.restore.iPostflashCmdIdx - 2);
+    if (Session.restore.iPostflashCmdIdx < 0) Session.restore.iPostflashCmdIdx = 0;
     Show("==>CALGYRO Command failed, retrying.\r\n");
 }
 
@@ -157,8 +157,8 @@ void CheckGyroCalibration()
 void ListCommandsLeft()
 {
     Show("These commands were not confirmed. Restart the antenna and enter them in the Command Line:\r\n");
-    for (std::size_t at = Session.iPostflashCmdIdx - 1; at < Session.sPostflashCmds.size(); ++at) {
-        const std::string& left = Session.sPostflashCmds[at];
+    for (std::size_t at = Session.restore.iPostflashCmdIdx - 1; at < Session.restore.sPostflashCmds.size(); ++at) {
+        const std::string& left = Session.restore.sPostflashCmds[at];
         if (!left.empty() && !text::StartsWith(left, "WAIT")) Show(left + "\r\n");
     }
 }
@@ -170,67 +170,71 @@ void GiveUpOnRestore()
     WriteLogLine("++>RETRIED 5 TIMES, CANNOT CONTINUE FLASH");
     ListCommandsLeft();
     EnableCmdEntry();
-    Session.iCommMode = STATE_IDLE;
-    Session.iWaitTicks = 10;
+    Session.link.iCommMode = STATE_IDLE;
+    Session.link.iWaitTicks = 10;
 }
 
 void FinishRestore()
 {
-    Session.bWaitInitFlag = false;
-    Session.iCommMode = STATE_IDLE;
-    SetNavCmds(13);
+    Session.restore.bWaitInitFlag = false;
+    Session.link.iCommMode = STATE_IDLE;
+    SetNavCmds(NAV_RESTORED);
     EnableCmdEntry();
-    frmWizard.lblStep[7].Caption = "Update Complete";
     AddParamsSent("Parameter Upload Successful and antenna restarted.  Click Next to continue.\r\n");
-    Session.iWaitTicks = 10;
+    Session.link.iWaitTicks = 10;
+    frmWizard.lblStep[6].Caption = "Update Complete";
+    frmWizard.lblStep[7].Caption = "Finished!";
     ShowMsgBox(14, "TimerHandler");
 }
 
 void RestoreListStep()
 {
-    std::string entry = ListEntry(Session.sPostflashCmds, Session.iPostflashCmdIdx);
+    std::string entry = ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx);
     if (entry.empty()) return FinishRestore();
     int seconds = 0;
     if (IsWaitEntry(entry, seconds)) {
         StartWait(seconds);
-        Session.bReplySeen = true;
-        ++Session.iPostflashCmdIdx;
+        Session.restore.command.bReplySeen = true;
+        ++Session.restore.iPostflashCmdIdx;
         return;
     }
     CheckGyroCalibration();
-    const Previous previous = JudgePrevious(Session.iPostflashCmdIdx);
+    const Previous previous = JudgePrevious(Session.restore.iPostflashCmdIdx, Session.restore.command);
     if (previous == Previous::GivenUp) return GiveUpOnRestore();
     if (previous == Previous::Again)
         AddParamsSent("Did not receive expected response to command: " +
-                      ListEntry(Session.sPostflashCmds, Session.iPostflashCmdIdx) + "\r\nResending command...\r\n");
-    entry = ListEntry(Session.sPostflashCmds, Session.iPostflashCmdIdx);
+                      ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx) +
+                      "\r\nResending command...\r\n");
+    entry = ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx);
     SendRestoreCommand(entry);
     if (text::Equal(entry, "=CALGYRO")) {
-        Session.bCalGyroPending = true;
-        Session.bCalGyroOK = false;
-        ++Session.iCalGyroTries;
+        Session.restore.bCalGyroPending = true;
+        ++Session.restore.iCalGyroTries;
     }
-    ++Session.iPostflashCmdIdx;
+    ++Session.restore.iPostflashCmdIdx;
 }
 
 }  // namespace
 
 void OnPostflashReply(const std::string&)
 {
-    Session.sCommLine = Session.sCommBuffer;
-    if (!text::Holds(Session.sCommLine, text::CrLf)) return;
-    if (!Session.bAntennaInitDone && !Session.bRestartSeen && IsRestartText(Session.sCommLine)) {
+    Session.link.sCommLine = Session.link.sCommBuffer;
+    if (!text::Holds(Session.link.sCommLine, text::CrLf)) return;
+    if (!Session.restore.bAntennaInitDone && !Session.restore.bRestartSeen && IsRestartText(Session.link.sCommLine)) {
         NoteRestart();
         return;
     }
-    if (IsMainBoard(Session.iBoardType) && !Session.bAntennaInitDone) {
-        WatchInitialization(Session.sCommLine);
+    if (IsMainBoard(Session.plan->iBoardType) && !Session.restore.bAntennaInitDone) {
+        WatchInitialization(Session.link.sCommLine);
         return;
     }
-    if (!Session.bAntennaInitDone || Session.iPostflashCmdIdx < 1 || Session.sCommLine.size() < 6) return;
-    if (!Session.sExpectedReply.empty() && !text::Holds(Session.sCommLine, Session.sExpectedReply)) return;
+    if (!Session.restore.bAntennaInitDone || Session.restore.iPostflashCmdIdx < 1 || Session.link.sCommLine.size() < 6)
+        return;
+    if (!Session.restore.command.sExpectedReply.empty() &&
+        !text::Holds(Session.link.sCommLine, Session.restore.command.sExpectedReply))
+        return;
     ClearCommBuffers();
-    Session.bReplySeen = true;
+    Session.restore.command.bReplySeen = true;
 }
 
 void NextPostflashStep()
@@ -239,11 +243,11 @@ void NextPostflashStep()
     ShowWaiting(false);
     // The list is built from the captured replies on STEP_6; before that it would read instead of restore.
     if (frmWizard.iCurrentStep != STEP_6) {
-        Session.iWaitTicks = 10;
+        Session.link.iWaitTicks = 10;
         return;
     }
-    if (!Session.bAntennaInitDone) {
-        Session.iWaitTicks = 10;
+    if (!Session.restore.bAntennaInitDone) {
+        Session.link.iWaitTicks = 10;
         frmWizard.lblWaiting1.Caption = WaitingWords();
         frmWizard.lblWaiting1.Visible = true;
         return;
@@ -251,18 +255,18 @@ void NextPostflashStep()
     if (!CommonListStep()) RestoreListStep();
 }
 
-void OnPortBackReply(const std::string&) { Session.iCommMode = STATE_POSTFLASH; }
+void OnPortBackReply(const std::string&) { Session.link.iCommMode = STATE_POSTFLASH; }
 
 /// Looks once a second whether the port has gone with the antenna's power, and whether it has come back.
 void TestPortBack()
 {
-    const int result = computer->TestCommPort(Session.iCommPort);
-    if (result == PORT_USABLE && Session.bPortWentAway) InitAndOpenComm();
-    if (result == PORT_MISSING && !Session.bPortWentAway) {
-        Session.bPortWentAway = true;
-        AddParamsSent("COM" + text::Num(Session.iCommPort) +
+    const int result = computer->TestCommPort(Session.link.iCommPort);
+    if (result == PORT_USABLE && Session.restore.bPortWentAway) InitAndOpenComm();
+    if (result == PORT_MISSING && !Session.restore.bPortWentAway) {
+        Session.restore.bPortWentAway = true;
+        AddParamsSent("COM" + text::Num(Session.link.iCommPort) +
                       " has gone with the antenna's power. Turn the antenna back on; if the port stays away, check the "
                       "USB cable.\r\n");
     }
-    Session.iWaitTicks = 10;
+    Session.link.iWaitTicks = 10;
 }

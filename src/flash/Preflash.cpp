@@ -5,12 +5,12 @@
 #include "flash/CommandLists.h"
 #include "flash/FlashMainboard.h"
 #include "flash/Phases.h"
-#include "frame/SessionState.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
@@ -18,21 +18,21 @@ namespace {
 /// The command stayed silent five times: a main board can be flashed without its parameters, any other can't.
 void GiveUpOnCommand()
 {
-    if (IsMainBoard(Session.iBoardType)) {
+    if (IsMainBoard(Session.plan->iBoardType)) {
         StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT");
         StatusTextUpdate("RETRIEVING ANTENNA PARAMETERS");
         StatusTextUpdate("Resetting the antenna to begin flashing");
         SendCommandLine("flasha");
-        Session.bSkipParams = true;
-        Session.iWaitTicks = 200;
-        Session.iCommMode = STATE_WAIT_RESET;
+        Session.flash.bSkipParams = true;
+        Session.link.iWaitTicks = 200;
+        Session.link.iCommMode = STATE_WAIT_RESET;
         return;
     }
     StatusTextUpdate("RETRIED 5 TIMES, CANNOT CONTINUE FLASH");
     StatusTextUpdate("CLICK CANCEL BUTTON TO END BURNLINE ASSISTANT");
     EnableCmdEntry();
-    Session.iCommMode = STATE_IDLE;
-    Session.iWaitTicks = 10;
+    Session.link.iCommMode = STATE_IDLE;
+    Session.link.iWaitTicks = 10;
 }
 
 bool IsResetCommand(const std::string& entry)
@@ -46,18 +46,18 @@ void ResetByCommand(const std::string& entry)
     StatusTextUpdate(".....Parameters retrieved.");
     StatusTextUpdate("Resetting the antenna to begin flashing");
     SendCommandLine(entry);
-    const bool slow = BoardOf(Session.iBoardType).slowReset;
+    const bool slow = BoardOf(Session.plan->iBoardType).slowReset;
     if (slow) ClearCommBuffers();
-    Session.iCommMode = STATE_WAIT_RESET;
-    Session.iWaitTicks = slow ? 200 : 30;
+    Session.link.iCommMode = STATE_WAIT_RESET;
+    Session.link.iWaitTicks = slow ? 200 : 30;
 }
 
 /// The user cuts the power; nothing is armed, there is no hurry.
 void ResetByHand()
 {
-    Session.iWaitTicks = 0;
+    Session.link.iWaitTicks = 0;
     ClearCommBuffers();
-    Session.iCommMode = STATE_WAIT_RESET;
+    Session.link.iCommMode = STATE_WAIT_RESET;
     StatusTextUpdate(".....Parameters retrieved.");
     StatusTextUpdate("Please cycle power to the antenna to reset");
     StatusTextUpdate("Waiting for reset");
@@ -67,9 +67,9 @@ void ResetByHand()
 void SendReadCommand(const std::string& entry)
 {
     SendCommandLine(entry);
-    Session.sExpectedReply = ExpectedReplyFor(entry);
-    if (text::Equal(entry, "RESET")) Session.bReplySeen = true;  // a resetting antenna owes no answer
-    ++Session.iPreflashCmdIdx;
+    Session.captured.command.sExpectedReply = ExpectedReplyFor(entry);
+    if (text::Equal(entry, "RESET")) Session.captured.command.bReplySeen = true;  // a resetting antenna owes no answer
+    ++Session.captured.iPreflashCmdIdx;
     ClearCommBuffers();
 }
 
@@ -80,21 +80,21 @@ void OnPreflashReply(const std::string&) { CapturePreflashReply(); }
 void NextPreflashStep()
 {
     DisableCmdEntry();
-    const Previous previous = JudgePrevious(Session.iPreflashCmdIdx);
+    const Previous previous = JudgePrevious(Session.captured.iPreflashCmdIdx, Session.captured.command);
     if (previous == Previous::GivenUp) return GiveUpOnCommand();
     if (previous == Previous::Again) {
         StatusTextUpdate("Did not receive expected response to command: " +
-                         ListEntry(Session.sPreflashCmds, Session.iPreflashCmdIdx));
+                         ListEntry(Session.plan->sPreflashCmds, Session.captured.iPreflashCmdIdx));
         StatusTextUpdate("Resending command...");
     }
     if (IsSettingTrue(SETTING_DRY_RUN)) return;  // the machine keeps ticking, nothing leaves
-    const std::string entry = ListEntry(Session.sPreflashCmds, Session.iPreflashCmdIdx);
+    const std::string entry = ListEntry(Session.plan->sPreflashCmds, Session.captured.iPreflashCmdIdx);
     int seconds = 0;
     if (IsWaitEntry(entry, seconds)) {
         ShowAllCommsTextUpdate("==>Waiting " + text::Num(seconds) + " seconds\r\n");
-        Session.iWaitTicks = TicksOf(seconds);
-        ++Session.iPreflashCmdIdx;
-        Session.bReplySeen = true;
+        Session.link.iWaitTicks = TicksOf(seconds);
+        ++Session.captured.iPreflashCmdIdx;
+        Session.captured.command.bReplySeen = true;
         return;
     }
     // Behind its end the list has no reset command: the command before counts as unanswered and goes out again.

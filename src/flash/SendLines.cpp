@@ -5,28 +5,25 @@
 #include "flash/FlashMainboard.h"
 #include "flash/Phases.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "link/SerialPortIO.h"
+#include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
 
 constexpr int maxLineRetries = 5;
 
-/// These boards take a line with a single CR and nothing of the file's line ends. "JARL GL" isn't among them, though it
-/// takes the lone CR behind its program command.
-bool TakesBareLines() { return BoardOf(Session.iBoardType).plainLines || RowIsOneOf({"HOLM", "HOLMSS", "JARL"}); }
-
 void PauseBetweenLines()
 {
-    if (Session.iLinePauseTicks <= 0) return;
-    Session.iDelayTicks = Session.iLinePauseTicks;
-    while (Session.iDelayTicks > 0 && frmWizard.Timer2.Enabled && !IsExitRequested()) computer->WaitForEvent();
+    if (Session.plan->iLinePauseTicks <= 0) return;
+    Session.link.iDelayTicks = Session.plan->iLinePauseTicks;
+    while (Session.link.iDelayTicks > 0 && frmWizard.Timer2.Enabled && !IsExitRequested()) computer->WaitForEvent();
 }
 
 void SendNextLine()
@@ -39,49 +36,49 @@ void SendNextLine()
     PauseBetweenLines();
     SendCurrentLine();
     computer->DoEvents();
-    Session.lBytesSent += static_cast<std::int32_t>(Session.vCurrentLine.size());
-    Session.iLineRetries = 0;
-    Session.iWaitTicks = 10;
+    Session.attempt.lBytesSent += static_cast<std::int32_t>(Session.attempt.vCurrentLine.size());
+    Session.attempt.iLineRetries = 0;
+    Session.link.iWaitTicks = 10;
 }
 
 /// The line in flight once more, with the counters and the line shown.
 void SendLineAgain()
 {
-    ++Session.iLineRetries;
-    ++Session.iTotalRetries;
+    ++Session.attempt.iLineRetries;
+    ++Session.attempt.iTotalRetries;
     SendCurrentLine();
-    frmWizard.lblRetries[1].Caption = text::Str(Session.iLineRetries);
-    frmWizard.lblTotalRetries[1].Caption = text::Str(Session.iTotalRetries);
-    ShowAllCommsTextUpdate(Session.vCurrentLine + "\r\n");
+    frmWizard.lblRetries[1].Caption = text::Str(Session.attempt.iLineRetries);
+    frmWizard.lblTotalRetries[1].Caption = text::Str(Session.attempt.iTotalRetries);
+    ShowAllCommsTextUpdate(Session.attempt.vCurrentLine + "\r\n");
 }
 
 /// A refused line goes out again, five times at most: a board that goes on refusing would be asked for ever.
 void OnRefusal()
 {
-    if (Session.iLineRetries >= maxLineRetries) {
+    if (Session.attempt.iLineRetries >= maxLineRetries) {
         StatusTextUpdate("The antenna refused a line " + text::Num(maxLineRetries + 1) + " times.");
         FailFlash();
         return;
     }
     SendLineAgain();
-    Session.iWaitTicks = Session.iLineRetries < maxLineRetries ? 100 : 10;
+    Session.link.iWaitTicks = Session.attempt.iLineRetries < maxLineRetries ? 100 : 10;
 }
 
 }  // namespace
 
 void SendCurrentLine()
 {
-    if (!TakesBareLines()) {
-        SendLine(Session.vCurrentLine);
+    if (!Session.plan->facts.bareLines) {
+        SendLine(Session.attempt.vCurrentLine);
         return;
     }
-    std::erase_if(Session.vCurrentLine, [](char c) { return c == '\r' || c == '\n'; });
-    SendLine(Session.vCurrentLine + "\r");
+    std::erase_if(Session.attempt.vCurrentLine, [](char c) { return c == '\r' || c == '\n'; });
+    SendLine(Session.attempt.vCurrentLine + "\r");
 }
 
 void OnLineReply(const std::string& chunk)
 {
-    if (Session.iFlashPhase != FLASH_RUNNING) return;
+    if (Session.flash.iFlashPhase != FLASH_RUNNING) return;
     if (text::Holds(chunk, "$")) {
         SendNextLine();
     } else if (text::Holds(chunk, "1")) {
@@ -94,10 +91,10 @@ void OnLineReply(const std::string& chunk)
 void ResendLine()
 {
     SendLineAgain();
-    WriteLogLine("++>Retrying sending line, retry#:" + text::Num(Session.iLineRetries) +
-                 " , total # of retries:" + text::Num(Session.iTotalRetries));
-    if (Session.iLineRetries < maxLineRetries) {
-        Session.iWaitTicks = 100;  // ten seconds: the antenna may still be writing the line before
+    WriteLogLine("++>Retrying sending line, retry#:" + text::Num(Session.attempt.iLineRetries) +
+                 " , total # of retries:" + text::Num(Session.attempt.iTotalRetries));
+    if (Session.attempt.iLineRetries < maxLineRetries) {
+        Session.link.iWaitTicks = 100;  // ten seconds: the antenna may still be writing the line before
         return;
     }
     FailFlash();
@@ -105,7 +102,7 @@ void ResendLine()
 
 void EndOfTransfer(const TransferEnd& end)
 {
-    Session.iFlashPhase = FLASH_FINISHED;
+    Session.flash.iFlashPhase = FLASH_FINISHED;
     StatusTextUpdate(end.status);
     WriteLogLine(end.log);
     StatusTextUpdate("Click Next button to continue");
@@ -114,21 +111,20 @@ void EndOfTransfer(const TransferEnd& end)
     EnableCmdEntry();
     frmWizard.mnuFile.Enabled = true;
     frmWizard.mnuHelp.Enabled = true;
-    if (Session.bSkipParams) {
-        Session.iCommMode = STATE_IDLE;
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    RestoreAfterFlash();
+    if (board.asksSpeed && IsSettingTrue(SETTING_USE_FAST_BAUD)) ReopenAt(board.link);
+    Session.restore = {};
+    if (Session.flash.bSkipParams) {
+        Session.link.iCommMode = STATE_IDLE;
     } else {
         constexpr const char* request =
             "Please power off the antenna, wait ten seconds, and then turn the antenna back on.";
-        Session.iCommMode = Session.bUSBLink ? STATE_WAIT_PORT_BACK : STATE_POSTFLASH;
-        if (Session.bUSBLink) CloseComm();  // a USB adapter's port goes with the antenna's power
-        Session.bRestartSeen = false;
+        Session.link.iCommMode = Session.plan->bUSBLink ? STATE_WAIT_PORT_BACK : STATE_POSTFLASH;
+        if (Session.plan->bUSBLink) CloseComm();  // a USB adapter's port goes with the antenna's power
         AddParamsSent(std::string(request) + "\r\n");
         ShowBanner(1, std::string("*** ") + request + " ***", PaleYellow, Red);
-        Session.iInitLooks = 0;
-        Session.iCommonPostflashMainIdx = 0;
-        Session.iCommonPostflashRFIdx = 0;
-        Session.iPostflashCmdIdx = 0;
     }
-    Session.iWaitTicks = end.waitTicks;
-    SetNavCmds(12);
+    Session.link.iWaitTicks = end.waitTicks;
+    SetNavCmds(NAV_WRITTEN);
 }

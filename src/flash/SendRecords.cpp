@@ -5,12 +5,12 @@
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
+#include "forms/frmWizard.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
-#include "platform/ProgramFiles.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -23,91 +23,67 @@ void AnswerBaudQuestion(const std::string& answer)
     MSComm1->Output(answer + "\r\n");
 }
 
-constexpr const char* fpgaFamily = "F61340A.S19";
-constexpr const char* bapiFamily = "F61357A.S19";
-
-/// True when the revision on the antenna is older than that of the newest file, in the order of texts; a stage without
-/// any file is left out.
-bool IsStageDue(const std::string& revision, const std::string& latest, const char* family)
-{
-    return text::Compare(revision, latest) < 0 && !FindLatestFile(family).empty();
-}
-
-/// The next stage begins with a power cycle, which StartFlash asks for.
-void BeginStage(int stage)
-{
-    Session.iRF7PrevStage = Session.iRF7Stage;
-    Session.iRF7Stage = stage;
-    SetStep(STEP_5);
-}
-
 void EndOfStage()
 {
     CloseFlashFile();
-    if (Session.iRF7Stage < 2 && IsStageDue(Session.sFPGARev, Session.sLatestFPGARev, fpgaFamily))
-        BeginStage(2);
-    else if (Session.iRF7Stage < 3 && IsStageDue(Session.sBAPIRev, Session.sLatestBAPIRev, bapiFamily))
-        BeginStage(3);
-    else
-        EndOfImage();
+    if (Session.flash.stage + 1 == Session.plan->stages.size()) return EndOfImage();
+    frmWizard.lblStep[5].Caption = "Updating Software";
+    SetNavCmds(STEP_5);
+    StartNextStage();
+}
+
+void PrepareNextRecord()
+{
+    ShowProgress(PercentOf(Session.attempt.lFlashPos, Session.attempt.lFlashTotalBytes));
+    Session.attempt.vCurrentLine = GetLine();
+    const auto length = static_cast<std::int32_t>(Session.attempt.vCurrentLine.size() & 0xFF);
+    Session.attempt.lFlashPos += length;
+    Session.attempt.lBytesSent = Session.attempt.lFlashPos;
+    Session.attempt.vCurrentLine += "\r\n";
 }
 
 }  // namespace
 
 void OnBaudQuestion(const std::string&)
 {
-    if (!text::Holds(Session.sCommBuffer, "?BAUDRATE")) return;
+    if (!text::Holds(Session.link.sCommBuffer, "?BAUDRATE")) return;
     if (IsSettingTrue(SETTING_USE_FAST_BAUD)) {
         AnswerBaudQuestion("BAUDRATE=C");
         ReopenAt("38400,N,8,1");  // the answer has left at the old speed when this returns
     } else {
         AnswerBaudQuestion("BAUDRATE=A");
     }
-    Session.iWaitTicks = 100;
-    Session.iCommMode = STATE_WAIT_ERASE;
-    Session.sCommBuffer.clear();
+    Session.link.iWaitTicks = 100;
+    Session.link.iCommMode = STATE_WAIT_ERASE;
+    Session.link.sCommBuffer.clear();
 }
 
-void PrepareNextRecord()
+void StartRecordLeg()
 {
-    Session.vCurrentLine = GetLine();
-    const auto length = static_cast<std::int32_t>(Session.vCurrentLine.size() & 0xFF);
-    Session.lFlashBlockPos += length;
-    Session.lFlashPos += length;
-    Session.lBytesSent = Session.lFlashPos;
-    Session.vCurrentLine += "\r\n";
+    Session.attempt.lFlashPos = 0;
+    Session.attempt.lFlashTotalBytes = Session.flash.lFlashFileSize;
+    PrepareNextRecord();
+    SendLine(Session.attempt.vCurrentLine);
 }
 
 void OnRecordReply(const std::string& chunk)
 {
-    Session.iWaitTicks = 10;
-    Session.sCommLine += chunk;
+    Session.link.iWaitTicks = 10;
+    Session.link.sCommLine += chunk;
     // The line end of the reply before may come behind the third character that was enough to judge it.
-    Session.sCommLine.erase(0, Session.sCommLine.find_first_not_of("\r\n"));
-    if (Session.sCommLine.size() <= 2) return;
-    const bool acknowledged = text::StartsWith(Session.sCommLine, "SA");
+    Session.link.sCommLine.erase(0, Session.link.sCommLine.find_first_not_of("\r\n"));
+    if (Session.link.sCommLine.size() <= 2) return;
+    const bool acknowledged = text::StartsWith(Session.link.sCommLine, "SA");
     ClearCommBuffers();
     if (!acknowledged) {
-        if (++Session.iBadReplies <= maxBadReplies) SendLine(Session.vCurrentLine);
+        if (++Session.attempt.iBadReplies <= maxBadReplies) SendLine(Session.attempt.vCurrentLine);
         return;
     }
-    Session.iBadReplies = 0;
+    Session.attempt.iBadReplies = 0;
     if (FlashFileAtEnd()) {
         EndOfStage();
         return;
     }
-    PrepareNextBlock();
-    SendLine(Session.vCurrentLine);
-}
-
-void InitRF7FPGAFlash()
-{
-    Session.sFlashCmd = "PGM_RF7_FPGA";
-    Session.sFlashFile = FindLatestFile(fpgaFamily);
-}
-
-void InitBAPIFlash()
-{
-    Session.sFlashCmd = "PGM_RF7_BAPI";
-    Session.sFlashFile = FindLatestFile(bapiFamily);
+    PrepareNextRecord();
+    SendLine(Session.attempt.vCurrentLine);
 }

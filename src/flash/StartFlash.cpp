@@ -1,65 +1,44 @@
 // The start of a flash: the file is tested, then the link is set going. Nothing waits here.
 
-#include <algorithm>
-
 #include "display/Display.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
+#include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
 
-/// The parameters were read before the first stage; a later one must not lose them.
-void ResetForFlash(bool laterStage)
-{
-    EnableCmdEntry();
-    frmWizard.lblFlashStatus[0].Visible = false;
-    ClearCommBuffers();
-    Session.iPreflashCmdIdx = 0;
-    if (!laterStage) {
-        Session.sCapturedParams.assign(1, "");  // element 0 stays unused
-        Session.iCapturedParamCount = 0;
-    }
-    Session.iWaitTicks = 0;
-    Session.iFlashPhase = FLASH_RUNNING;
-    Session.iCommMode = STATE_IDLE;
-}
-
 bool IsThere(const std::string& file, const std::string& told)
 {
     if (ProgramFileExists(file)) return true;
-    Session.bFlashFileBad = true;
+    Session.flash.bFlashFileBad = true;
     ShowMsgBox(5, told);
     return false;
 }
 
-void TestImageFile(const std::string& file)
+void TestImageFile(const std::string& file, int boardType, std::int32_t addressBias)
 {
     if (!text::Holds(file, ".S19")) {
         StatusTextUpdate(file + " is no .S19 file, and this board takes no other. Click Back to choose another file.");
-        Session.bFlashFileBad = true;
+        Session.flash.bFlashFileBad = true;
         return;
     }
-    CheckS19File(file, Session.FirstFile.AddressOffset, true, true);
-    if (!Session.bFlashFileBad) CheckS19File(file, Session.FirstFile.AddressOffset, false, false);
+    CheckS19File(file, addressBias, boardType, S19File::Software);
 }
 
 void TestSecondFile(const std::string& file)
 {
     WriteLogLine("++>Checksumming flash file: " + file);
-    const FileArguments& arguments = Session.SecondFile;
-    for (const bool first : {true, false})
-        if (!Session.bFlashFileBad)
-            CheckHexImageFile(file, arguments.ImageSize, arguments.AddressOffset, arguments.CheckValue, first, first);
+    CheckHexImageFile(file, Session.plan->SecondFile, Session.plan->iBoardType);
 }
 
 /// The boot area is laid over the image that the flash file has filled.
@@ -69,24 +48,27 @@ void TestBootloaderFile(const std::string& file)
     if (!IsThere(file, "StartFlash, after Dir(" + file + ") failed.")) return;
     WriteLogLine("++>Checksumming flash file: " + file);
     frmWizard.lblBytesSent[0].Caption = "Record:";
-    if (text::Holds(file, ".S19")) CheckS19File(file, 0, true, true);
+    if (text::Holds(file, ".S19")) CheckS19File(file, 0, Session.plan->iBoardType, S19File::BootLoader);
 }
 
 /// True when all files that go to the board may be sent. What is wrong with one has been told, and nothing is tested
 /// behind it.
 bool FlashFilesAreSound(const Board& board)
 {
-    const std::string file = Session.sFlashFile;
-    Session.bFlashFileBad = false;
+    const std::string& file = StageInHand().sFlashFile;
+    Session.flash.bFlashFileBad = false;
     WriteLogLine("File to flash is " + file + ".");
     if (!IsThere(file, "StartFlash, after Dir(" + file + " failed.")) return false;
     WriteLogLine("++>Checksumming flash file: " + file);
     frmWizard.lblBytesSent[0].Caption = "Record:";
-    if (board.group != BoardGroup::Line || !IsSettingTrue(SETTING_DRY_RUN)) CheckFlashFile(file);
-    if (board.group == BoardGroup::Line) return !Session.bFlashFileBad;
-    if (!Session.bFlashFileBad && !Session.sFlashFileName.empty()) TestSecondFile(Session.sFlashFileName);
-    if (!Session.bFlashFileBad && board.group == BoardGroup::Block) TestBootloaderFile(Session.sNewRFBootloaderFile);
-    return !Session.bFlashFileBad;
+    if (board.group != BoardGroup::Line || !IsSettingTrue(SETTING_DRY_RUN))
+        CheckFlashFile(file, board.type, Session.plan->FirstFile.AddressOffset);
+    if (board.group == BoardGroup::Line) return !Session.flash.bFlashFileBad;
+    if (!Session.flash.bFlashFileBad && !Session.plan->sFlashFileName.empty())
+        TestSecondFile(Session.plan->sFlashFileName);
+    if (!Session.flash.bFlashFileBad && board.group == BoardGroup::Block)
+        TestBootloaderFile(Session.plan->sNewRFBootloaderFile);
+    return !Session.flash.bFlashFileBad;
 }
 
 void ShowEverywhere(const std::string& words)
@@ -98,19 +80,14 @@ void ShowEverywhere(const std::string& words)
 /// A later stage of board 21: its loader starts at 9600 again when the power comes back.
 void AwaitNextStage()
 {
-    const std::string done = Session.iRF7PrevStage == 2 ? "FPGA flash complete! " : "Main flash complete! ";
-    if (Session.iRF7Stage == 2)
-        ShowEverywhere((Session.bSkipParams ? "Main flash complete!  " : "") +
-                       std::string("Power cycle to start FPGA flash!"));
-    else
-        ShowEverywhere((Session.bSkipParams ? done : "") +
-                       std::string("Power cycle to start Acquisition Processor flash!"));
-    if (IsSettingTrue(SETTING_USE_FAST_BAUD)) ReopenAt("9600,N,8,1");
+    const FlashStage& stage = StageInHand();
+    ShowEverywhere((Session.flash.bSkipParams ? stage.done : "") + stage.request);
+    if (IsSettingTrue(SETTING_USE_FAST_BAUD)) ReopenAt(BoardOf(Session.plan->iBoardType).link);
     StatusTextUpdate("*** Please cycle power to the antenna to reset. ***");
     AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
-    Session.iCommMode = STATE_WAIT_RESET;
-    Session.iWaitTicks = 0;
-    Session.bRFBootDone = false;
+    Session.link.iCommMode = STATE_WAIT_RESET;
+    Session.link.iWaitTicks = 0;
+    Session.flash.bRFBootDone = false;
 }
 
 /// Without parameters to save the flash begins with the reset: some boards take it as a command, the others need the
@@ -126,48 +103,65 @@ void AwaitReset(const Board& board)
     } else {
         AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
     }
-    Session.iCommMode = STATE_WAIT_RESET;
-    Session.iWaitTicks = 0;
-    Session.bRFBootDone = false;
+    Session.link.iCommMode = STATE_WAIT_RESET;
+    Session.link.iWaitTicks = 0;
+}
+
+/// The link rests while the files are tested.
+void BeginStage()
+{
+    EnableCmdEntry();
+    frmWizard.lblFlashStatus[0].Visible = false;
+    ClearCommBuffers();
+    Session.link.iWaitTicks = 0;
+    Session.link.iCommMode = STATE_IDLE;
+    Session.flash.iFlashPhase = FLASH_RUNNING;
+    Session.flash.dFlashStart = computer->Seconds();
+}
+
+void TellStart(const Board& board)
+{
+    WriteLogLine("++>Starting " + std::string(board.name) + " flashing, sending commands to antenna");
 }
 
 }  // namespace
 
-void CheckFlashFile(const std::string& fileName)
+const FlashStage& StageInHand() { return Session.plan->stages.at(Session.flash.stage); }
+
+void CheckFlashFile(const std::string& fileName, int boardType, std::int32_t addressBias)
 {
-    if (BoardOf(Session.iBoardType).group == BoardGroup::Line)
+    if (BoardOf(boardType).group == BoardGroup::Line)
         CheckHexFile(fileName);
     else
-        TestImageFile(fileName);
+        TestImageFile(fileName, boardType, addressBias);
 }
 
 void StartFlash()
 {
-    const Board& board = BoardOf(Session.iBoardType);
-    const bool laterStage = board.group == BoardGroup::MultiStage && Session.iRF7Stage > 1;
-    ResetForFlash(laterStage);
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    Session.captured = {};
+    Session.flash = {};
+    Session.flash.bSkipParams = Session.plan->bSkipParams;
+    BeginStage();
     if (board.group == BoardGroup::None || !FlashFilesAreSound(board)) return;
-    if (board.holdsNoParams) Session.bSkipParams = true;
-    if (laterStage) {
-        AwaitNextStage();
-    } else if (Session.bSkipParams) {
+    if (Session.flash.bSkipParams) {
         AwaitReset(board);
     } else {
         StatusTextUpdate("Getting antenna parameters before flashing.");
-        Session.iCommMode = STATE_PREFLASH;
-        Session.iWaitTicks = 10;
+        Session.link.iCommMode = STATE_PREFLASH;
+        Session.link.iWaitTicks = 10;
     }
-    WriteLogLine("++>Starting " + std::string(board.name) + " flashing, sending commands to antenna");
+    TellStart(board);
+}
+
+void StartNextStage()
+{
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    ++Session.flash.stage;
+    BeginStage();
+    if (!FlashFilesAreSound(board)) return;
+    AwaitNextStage();
+    TellStart(board);
 }
 
 void AskForPowerCycle(const std::string& words) { ShowBanner(0, words, PaleYellow, Red); }
-
-bool RowIsOneOf(std::initializer_list<const char*> names)
-{
-    const auto row = static_cast<std::size_t>(Session.iAntennaIdx);
-    if (row >= Session.AntennaTable.size()) return false;
-    const AntennaRecord& antenna = Session.AntennaTable[row];
-    return std::any_of(names.begin(), names.end(), [&](const char* name) {
-        return text::Equal(text::Trim(antenna.BoardIdWords), name) || text::Equal(antenna.AntennaName, name);
-    });
-}

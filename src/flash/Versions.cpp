@@ -4,12 +4,12 @@
 #include "display/Display.h"
 #include "flash/Phases.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 
 namespace {
 
@@ -20,38 +20,45 @@ void AskRevision(const std::string& command)
     DisableCmdEntry();
     MSComm1->Output(command + "\r\n");
     ShowAllCommsTextUpdate("==>" + command + "\r\n");
-    Session.iWaitTicks = 10;
+    Session.link.iWaitTicks = 10;
+}
+
+void VersionsAreKnown()
+{
+    Session.link.iCommMode = STATE_IDLE;
+    UpdateVersionsDisplay(6);
+    EnableCmdEntry();
 }
 
 }  // namespace
 
-void OnVersionReply(const std::string&) { ParseVersionReply(); }
+void OnVersionReply(const std::string&)
+{
+    if (ParseVersionReply()) VersionsAreKnown();
+}
 
 void SendNextVersionQuery()
 {
     DisableCmdEntry();
-    const BoardGroup group = BoardOf(Session.iBoardType).group;
-    if (group == BoardGroup::None) return;
-    const bool main = group == BoardGroup::Line;
-    std::int16_t& index = main ? Session.iCommonPreflashMainIdx : Session.iCommonPreflashRFIdx;
-    const std::string query = ListEntry(main ? Session.sCommonPreflashMain : Session.sCommonPreflashRF, index);
+    std::int16_t& index = Session.reading.iCommonPreflashIdx;
+    const std::string query = ListEntry(GroupOf(*Session.config, BoardInHand()).sCommonPreflash, index);
     if (query.empty()) {
         UpdateVersionsDisplay(9);
         return;
     }
     SendCommandLine(query);
     ++index;
-    Session.iWaitTicks = 10;
+    Session.link.iWaitTicks = 10;
 }
 
 void OnFPGARevReply(const std::string&) { ParseFPGARev(); }
 
 void AskFPGARevAgain()
 {
-    if (++Session.iFPGARevTries > maxRevisionQueries) {
+    if (++Session.reading.iFPGARevTries > maxRevisionQueries) {
         // Nothing is armed: the next step comes when some text arrives. A silent antenna rests here, on purpose.
-        Session.sFPGARev = "0";
-        Session.iCommMode = STATE_BAPI_REV;
+        Session.reading.sFPGARev = "0";
+        Session.link.iCommMode = STATE_BAPI_REV;
         frmWizard.lblBoardVersion.Caption =
             "The antenna does not tell the revision of its FPGA.\nSwitch it off and on to go on without.";
         return;
@@ -59,13 +66,16 @@ void AskFPGARevAgain()
     AskRevision("FPGARev");
 }
 
-void OnBAPIRevReply(const std::string&) { ParseBAPIRev(); }
+void OnBAPIRevReply(const std::string&)
+{
+    if (ParseBAPIRev()) VersionsAreKnown();
+}
 
 void AskBAPIRevAgain()
 {
-    if (++Session.iBAPIRevTries > maxRevisionQueries) {
-        Session.sBAPIRev = "0";
-        Session.iCommMode = STATE_IDLE;
+    if (++Session.reading.iBAPIRevTries > maxRevisionQueries) {
+        Session.reading.sBAPIRev = "0";
+        Session.link.iCommMode = STATE_IDLE;
         UpdateVersionsDisplay(6);
         return;
     }

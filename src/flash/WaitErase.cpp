@@ -6,18 +6,15 @@
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
-
-/// These say "1" when they are ready for the first line.
-bool AnnouncesFirstLine() { return RowIsOneOf({"HOLM", "HOLMSS", "JARL"}); }
 
 void ShowTransferBanner()
 {
@@ -44,14 +41,14 @@ bool FirstLineIsAnnounced(std::string heard)
 
 void SendFirstLine(const std::string& behindDollar)
 {
-    if (AnnouncesFirstLine() && !FirstLineIsAnnounced(behindDollar)) {
+    if (Session.plan->facts.announcesFirstLine && !FirstLineIsAnnounced(behindDollar)) {
         FailFlash();
         return;
     }
     SendCurrentLine();
-    Session.lBytesSent += static_cast<std::int32_t>(Session.vCurrentLine.size());
-    Session.iLineRetries = 0;
-    Session.iWaitTicks = 10;
+    Session.attempt.lBytesSent += static_cast<std::int32_t>(Session.attempt.vCurrentLine.size());
+    Session.attempt.iLineRetries = 0;
+    Session.link.iWaitTicks = 10;
 }
 
 CommMode TransferMode(BoardGroup group)
@@ -62,46 +59,45 @@ CommMode TransferMode(BoardGroup group)
 
 void BeginTransfer()
 {
-    const BoardGroup group = BoardOf(Session.iBoardType).group;
-    const std::string behindDollar = text::Mid(Session.sCommBuffer, text::Find(Session.sCommBuffer, "$"));
-    if (group == BoardGroup::MultiStage && OpenFlashFile(Session.sFlashFile) != FILE_OPENED) {
-        ShowMsgBox(5, "OnEraseReply, after Dir(" + Session.sFlashFile + ") failed.");
+    const BoardGroup group = BoardOf(Session.plan->iBoardType).group;
+    const std::string behindDollar = text::Mid(Session.link.sCommBuffer, text::Find(Session.link.sCommBuffer, "$"));
+    if (group == BoardGroup::MultiStage && OpenFlashFile(StageInHand().sFlashFile) != FILE_OPENED) {
+        ShowMsgBox(5, "OnEraseReply, after Dir(" + StageInHand().sFlashFile + ") failed.");
         FailFlash();
         return;
     }
     ClearCommBuffers();
-    Session.iCommMode = TransferMode(group);
-    Session.iWaitTicks = 100;
+    Session.link.iCommMode = TransferMode(group);
+    Session.link.iWaitTicks = 100;
     WriteLogLine("++>.....Erase done");
     StatusTextUpdate(".....Erase done");
     DisableCmdEntry();
     frmWizard.mnuFile.Enabled = false;
     frmWizard.mnuHelp.Enabled = false;
-    Session.dFlashStart = computer->Seconds();
+    Session.flash.dFlashStart = computer->Seconds();
     ShowTransferBanner();
-    if (group == BoardGroup::Line)
-        SendFirstLine(behindDollar);
-    else
-        StartMainLeg();
+    switch (group) {
+    case BoardGroup::Line: return SendFirstLine(behindDollar);
+    case BoardGroup::Block: return StartMainLeg();
+    case BoardGroup::MultiStage: return StartRecordLeg();
+    case BoardGroup::None: return;
+    }
 }
 
 /// "$" from most boards; the loader of board 21 says it in words.
 bool IsEraseDone()
 {
-    if (BoardOf(Session.iBoardType).group != BoardGroup::MultiStage) return text::Holds(Session.sCommBuffer, "$");
-    Session.sCommLine += Session.sCommBuffer;  // the words may come in pieces
-    return text::Holds(Session.sCommLine, "START_PROGRAM");
+    if (BoardOf(Session.plan->iBoardType).group != BoardGroup::MultiStage)
+        return text::Holds(Session.link.sCommBuffer, "$");
+    Session.link.sCommLine += Session.link.sCommBuffer;  // the words may come in pieces
+    return text::Holds(Session.link.sCommLine, "START_PROGRAM");
 }
 
 }  // namespace
 
 std::string TransferBanner(const std::string& lineBreak)
 {
-    constexpr const char* stages[] = {"RF BOARD. ", "RF BOARD. ", "FPGA. ", "ACQUISITION PROCESSOR. "};
-    const Board& board = BoardOf(Session.iBoardType);
-    const bool staged = board.group == BoardGroup::MultiStage;
-    return std::string("*** FLASHING ") + (staged ? stages[Session.iRF7Stage] : board.banner) + lineBreak +
-           "DO NOT POWER OFF ANTENNA ***";
+    return "*** FLASHING " + StageInHand().banner + lineBreak + "DO NOT POWER OFF ANTENNA ***";
 }
 
 void OnEraseReply(const std::string&)
@@ -110,8 +106,8 @@ void OnEraseReply(const std::string&)
         BeginTransfer();
         return;
     }
-    const bool refused = text::Holds(Session.sCommBuffer, "#");
-    Session.sCommBuffer.clear();  // a refusal is told once, progress talk was shown as it came
+    const bool refused = text::Holds(Session.link.sCommBuffer, "#");
+    Session.link.sCommBuffer.clear();  // a refusal is told once, progress talk was shown as it came
     if (refused) ShowMsgBox(18, "CommHandler");
-    Session.iWaitTicks = 100;
+    Session.link.iWaitTicks = 100;
 }

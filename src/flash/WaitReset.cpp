@@ -6,38 +6,32 @@
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "persistence/Logs.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
 
-/// These boards want a lone CR behind the program command.
-bool WantsCrAfterCommand()
-{
-    return BoardOf(Session.iBoardType).plainLines || RowIsOneOf({"HOLM", "HOLMSS", "JARL", "JARL GL"});
-}
-
 /// What has signed on.
-enum class Loader { None, Present, OldOfBoard1 };
+enum class Loader { None, Present, Old };
 
 Loader LoaderIn(const std::string& heard)
 {
-    const Board& board = BoardOf(Session.iBoardType);
-    const bool signedOn = text::Holds(heard, Session.sBoardSignOn);
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    const bool signedOn = text::Holds(heard, Session.plan->sBoardSignOn);
     if (board.group == BoardGroup::Line) return signedOn ? Loader::Present : Loader::None;
     if (board.group == BoardGroup::None) return Loader::None;
-    if (signedOn && board.type == 1) return Session.bUpgradeBootloader ? Loader::OldOfBoard1 : Loader::None;
-    return signedOn || text::Holds(heard, Session.sNewRFSignOn) ? Loader::Present : Loader::None;
+    if (signedOn && board.hasOldLoader) return Session.flash.bBootloaderUpgraded ? Loader::None : Loader::Old;
+    return signedOn || text::Holds(heard, Session.config->sNewRFSignOn) ? Loader::Present : Loader::None;
 }
 
 void NothingIsSent(const std::string& file)
 {
-    Session.iCommMode = STATE_IDLE;
-    Session.iWaitTicks = 2;
+    Session.link.iCommMode = STATE_IDLE;
+    Session.link.iWaitTicks = 2;
     ShowMsgBox(5, "OnSignOnReply, after Dir(" + file + ") failed.");
 }
 
@@ -45,11 +39,11 @@ void NothingIsSent(const std::string& file)
 /// its test: the link rests.
 bool FileIsOpenForSending()
 {
-    if (OpenFlashFile(Session.sFlashFile) != FILE_OPENED) {
-        NothingIsSent(Session.sFlashFile);
+    if (OpenFlashFile(StageInHand().sFlashFile) != FILE_OPENED) {
+        NothingIsSent(StageInHand().sFlashFile);
         return false;
     }
-    Session.sFirstLine = GetLine();
+    Session.attempt.sFirstLine = GetLine();
     ReadNextHexLine();
     return true;
 }
@@ -60,22 +54,13 @@ void SendProgramCommand(const std::string& command, const std::string& lineEnd)
     MSComm1->Output(command + lineEnd);
 }
 
-void ClearCounters()
-{
-    ClearCommBuffers();
-    Session.iFlashPhase = FLASH_RUNNING;
-    Session.lBytesSent = 0;
-    Session.iLineRetries = 0;
-    Session.iTotalRetries = 0;
-}
-
 void AwaitErase()
 {
-    ClearCounters();
-    Session.iCommMode = STATE_WAIT_ERASE;
-    Session.iWaitTicks = 200;
-    if (Session.bRFBootPhase) StartBootLeg();
-    if (!Session.bRFBootDone) {
+    ClearCommBuffers();
+    Session.link.iCommMode = STATE_WAIT_ERASE;
+    Session.link.iWaitTicks = 200;
+    if (BoardOf(Session.plan->iBoardType).group == BoardGroup::Block) StartBootLeg();
+    if (!Session.flash.bRFBootDone) {
         StatusTextUpdate("Erasing Flash ROM");
         for (Control& banner : frmWizard.lblFlashStatus) {
             banner.BackColor = White;
@@ -90,48 +75,48 @@ void StartLines()
 {
     if (!FileIsOpenForSending()) return;
     StatusTextUpdate(".....Antenna reset.");
-    SendProgramCommand(Session.sFlashCmd, "");
-    if (WantsCrAfterCommand()) MSComm1->Output("\r");
+    SendProgramCommand(StageInHand().sFlashCmd, "");
+    if (Session.plan->facts.returnBehindCommand) MSComm1->Output("\r");
     AwaitErase();
 }
 
 /// A Block board first takes its boot area; the new loader of board 1 has a program command of its own.
 void StartBlocks()
 {
-    if (!Session.bRFBootDone) StatusTextUpdate(".....Antenna reset.");
-    SendProgramCommand(Session.iBoardType == 1 ? Session.sNewRFFlashOK : Session.sFlashCmd, "");
+    if (!Session.flash.bRFBootDone) StatusTextUpdate(".....Antenna reset.");
+    const bool upgraded = BoardOf(Session.plan->iBoardType).hasOldLoader;
+    SendProgramCommand(upgraded ? Session.config->sNewRFFlashOK : StageInHand().sFlashCmd, "");
     AwaitErase();
 }
 
 void StartRecords()
 {
-    if (!Session.bRFBootDone) StatusTextUpdate(".....Antenna reset.");
-    SendProgramCommand(Session.sFlashCmd, "\r\n");
-    if (Session.iRF7Stage == 0) Session.iRF7Stage = 1;
+    if (!Session.flash.bRFBootDone) StatusTextUpdate(".....Antenna reset.");
+    SendProgramCommand(StageInHand().sFlashCmd, "\r\n");
     ShowBanner(0, TransferBanner("\r\n"), White, Red);
-    ClearCounters();
-    Session.iCommMode = STATE_BAUD_SELECT;
-    Session.iWaitTicks = 10;
-    Session.lFlashTotalBytes = Session.lFlashFileSize;
+    ClearCommBuffers();
+    Session.link.iCommMode = STATE_BAUD_SELECT;
+    Session.link.iWaitTicks = 10;
+    Session.attempt.lFlashTotalBytes = Session.flash.lFlashFileSize;
 }
 
 /// The link is idle while the new loader is read; without it nothing is sent to the old one.
 void StartUpgrade()
 {
-    Session.iCommMode = STATE_IDLE;
+    Session.link.iCommMode = STATE_IDLE;
     StatusTextUpdate(".....Antenna reset.");
     StatusTextUpdate("Upgrading Boot Loader");
     ShowBanner(0, "*** UPGRADING BOOTLOADER. DO NOT POWER OFF ANTENNA ***", White, Red);
     WriteLogLine("++>Upgrading Boot Loader");
     if (!SetupBootloaderUpgrade()) {
         frmWizard.lblFlashStatus[0].Visible = false;
-        Session.iWaitTicks = 2;
+        Session.link.iWaitTicks = 2;
         return;
     }
     ClearCommBuffers();
     MSComm1->Output("PGM_908OK");
     StatusTextUpdate("===>PGM_908OK");
-    Session.iCommMode = STATE_BOOT_UPGRADE;
+    Session.link.iCommMode = STATE_BOOT_UPGRADE;
     SetNavCmds(STEP_5);
 }
 
@@ -139,14 +124,14 @@ void StartUpgrade()
 
 void OnSignOnReply(const std::string&)
 {
-    Session.sCommLine = Session.sCommBuffer;  // the sign-on may come in pieces
-    const Loader loader = LoaderIn(Session.sCommLine);
+    Session.link.sCommLine = Session.link.sCommBuffer;  // the sign-on may come in pieces
+    const Loader loader = LoaderIn(Session.link.sCommLine);
     if (loader == Loader::None) return;
-    Session.iWaitTicks = 0;
-    const BoardGroup group = BoardOf(Session.iBoardType).group;
-    Session.bRFBootPhase = group != BoardGroup::Line && loader == Loader::Present;
-    if (loader == Loader::OldOfBoard1) return StartUpgrade();
-    if (Session.iBoardType != 1) Session.bUpgradeBootloader = false;
+    Session.link.iWaitTicks = 0;
+    const BoardGroup group = BoardOf(Session.plan->iBoardType).group;
+    Session.attempt = {};
+    Session.flash.iFlashPhase = FLASH_RUNNING;
+    if (loader == Loader::Old) return StartUpgrade();
     switch (group) {
     case BoardGroup::Line: return StartLines();
     case BoardGroup::Block: return StartBlocks();

@@ -1,24 +1,25 @@
 #pragma once
 // Which antenna model is the RF board in? Three dialogs that differ in their lists alone.
 
+#include <string>
 #include <vector>
 
 #include "forms/Control.h"
-#include "frame/SessionState.h"
+#include "session/FlashConfig.h"
 
 /// What one of the dialogs is about.
 struct ModelLists {
     const char* form;
     const char* landMobileFrame;
-    std::vector<CompatEntry> SessionState::*landMobile;
-    std::vector<CompatEntry> SessionState::*marine;  // null: it has one list only
+    std::vector<CompatEntry> FlashConfig::*landMobile;
+    std::vector<CompatEntry> FlashConfig::*marine;  // null: it has one list only
 };
-inline constexpr ModelLists ListsForRF{"frmCheckAntennasForRF", "Antenna RF Board ", &SessionState::CompatLandMobileRF,
+inline constexpr ModelLists ListsForRF{"frmCheckAntennasForRF", "Antenna RF Board ", &FlashConfig::CompatLandMobileRF,
                                        nullptr};
 inline constexpr ModelLists ListsForRF6{"frmCheckAntennasForRF6", "Land Mobile Antennas ",
-                                        &SessionState::CompatLandMobileRF6, &SessionState::CompatMarineRF6};
+                                        &FlashConfig::CompatLandMobileRF6, &FlashConfig::CompatMarineRF6};
 inline constexpr ModelLists ListsForRF6A{"frmCheckAntennasForRF6A", "Land Mobile Antennas ",
-                                         &SessionState::CompatLandMobileRF6A, &SessionState::CompatMarineRF6A};
+                                         &FlashConfig::CompatLandMobileRF6A, &FlashConfig::CompatMarineRF6A};
 
 struct CheckAntennasForm {
     explicit CheckAntennasForm(const ModelLists& lists)
@@ -38,6 +39,8 @@ struct CheckAntennasForm {
     ControlArray optMarine{Self, "optMarine", {""}};
     Control chkNoneOfThese{Self, "chkNoneOfThese", "The antenna model is not listed above."};
     Control cmdOK{Self, "cmdOK", "&OK"};
+
+    std::string sChosenFile;  // of the model that was chosen; empty: none of these
 };
 
 inline CheckAntennasForm frmCheckAntennasForRF{ListsForRF};

@@ -14,10 +14,7 @@ struct PickAntennaForm {
     Control cmdOK{Self, "cmdOK", "&OK"};
     Control cmdCancel{Self, "cmdCancel", "Cancel"};
 
-    std::vector<int> RowOf;           // the row of AntennaTable behind each entry of the list
-    bool bPicked = false;             // a click has changed the session; what stood before is kept here
-    bool bUpgradeBootloader = false;  // and the board type in iSavedBoardType
-    bool bRFBootPhase = false;
+    std::vector<int> RowOf;  // the row of the antenna table behind each entry of the list
 };
 
 inline PickAntennaForm frmPickAntennaDialog;

@@ -13,6 +13,7 @@ struct WizardForm {
     {
         SSTab1.List = {"Antenna Info", "Antenna Control", "Update GPS", "Calibration", "Install Sats", "Advanced"};
         SSTab1.ListIndex = 0;
+        cmdAnotherBoard.Visible = false;
         optNorth.Group = optSouth.Group = "Latitude";
         for (int of = 0; of < optEast.size(); ++of) optEast[of].Group = optWest[of].Group = optEast[of].Name;
     }
@@ -39,6 +40,7 @@ struct WizardForm {
         Self,
         "fraStep",
         {"Diagnostics", "Step Intro", "Step 1", "Step 2", "Step 3", "Step 4", "Step 5", "Step 6", "Finished!"}};
+    Control cmdAnotherBoard{Self, "cmdAnotherBoard", "Update &another board"};  // beside Finish, on the last step
     /// Headings; element n stands on the frame n + 1, element 8 on the frame 0.
     ControlArray lblStep{Self,
                          "lblStep",
@@ -250,9 +252,7 @@ struct WizardForm {
     Control Timer2{Self, "Timer2"};
 
     // --- what the form remembers ---------------------------------------------------------------------------------
-    int iCurrentStep = 1;             // the step shown, 0 to 8; written by SetNavCmds alone
-    bool bRestartPromptDone = false;  // STEP_6 was entered; Next may leave it
-    bool bShowPortChoice = false;     // the board needs the serial or USB choice on STEP_3
+    int iCurrentStep = 1;  // the step shown, 0 to 8; written by SetNavCmds alone
     bool bHelpOpened = false;
     bool bOutputPaused = false;
     std::string sPausedOutput;      // what arrived while the output was paused

@@ -10,9 +10,9 @@
 #include <thread>
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "host/ShippedFiles.h"
 #include "platform/Machine.h"
+#include "session/Session.h"
 #include "wizard/frmWizard_Events.h"
 
 namespace {
@@ -64,7 +64,7 @@ HostComputer::HostComputer(std::string directory, CaughtFailure& caught, Ports& 
 void HostComputer::FollowTimers()
 {
     FollowTimer(timer1_, frmWizard.Timer1.Enabled && frmWizard.Timer1.Value > 0, frmWizard.Timer1.Value);
-    const bool counts = frmWizard.Timer2.Enabled && frmWizard.Timer2.Value > 0 && Session.iDelayTicks > 0;
+    const bool counts = frmWizard.Timer2.Enabled && frmWizard.Timer2.Value > 0 && Session.link.iDelayTicks > 0;
     FollowTimer(timer2_, counts, frmWizard.Timer2.Value);
 }
 

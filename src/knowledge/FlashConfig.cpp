@@ -6,13 +6,12 @@
 #include <limits>
 #include <stdexcept>
 
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "persistence/Logs.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFiles.h"
+#include "session/Wizard.h"
 #include "text/LineReader.h"
 #include "text/Text.h"
 
@@ -23,13 +22,13 @@ constexpr std::size_t maxEntries = std::numeric_limits<std::int16_t>::max();
 
 struct ListKeyword {
     const char* keyword;
-    std::vector<std::string> SessionState::*list;
-    std::int16_t SessionState::*index;
+    GroupConfig FlashConfig::*group;
+    std::vector<std::string> GroupConfig::*list;
 };
 
 struct TextKeyword {
     const char* keyword;
-    std::string SessionState::*value;
+    std::string FlashConfig::*value;
 };
 
 struct RowKeyword {
@@ -37,27 +36,28 @@ struct RowKeyword {
     std::string AntennaRecord::*line;
 };
 
-using S = SessionState;
+using C = FlashConfig;
+using G = GroupConfig;
 using R = AntennaRecord;
 
 constexpr std::array<ListKeyword, 4> listKeywords{{
-    {"COMMON PREFLASH MAINBOARD", &S::sCommonPreflashMain, &S::iCommonPreflashMainIdx},
-    {"COMMON POSTFLASH MAINBOARD", &S::sCommonPostflashMain, &S::iCommonPostflashMainIdx},
-    {"COMMON PREFLASH RFBOARD", &S::sCommonPreflashRF, &S::iCommonPreflashRFIdx},
-    {"COMMON POSTFLASH RFBOARD", &S::sCommonPostflashRF, &S::iCommonPostflashRFIdx},
+    {"COMMON PREFLASH MAINBOARD", &C::Main, &G::sCommonPreflash},
+    {"COMMON POSTFLASH MAINBOARD", &C::Main, &G::sCommonPostflash},
+    {"COMMON PREFLASH RFBOARD", &C::RF, &G::sCommonPreflash},
+    {"COMMON POSTFLASH RFBOARD", &C::RF, &G::sCommonPostflash},
 }};
 
 constexpr std::array<TextKeyword, 10> textKeywords{{
-    {"COMMON SIGNON", &S::sSignOn},
-    {"COMMON NEWRF_SIGNON", &S::sNewRFSignOn},
-    {"COMMON NEWRF_FLASHOK", &S::sNewRFFlashOK},
-    {"COMMON NEWRF_CHECKSUM", &S::sNewRFChecksum},
-    {"COMMON BOOTLOADER_UPGRADE_FILE", &S::sBootloaderUpgradeFile},
-    {"COMMON NEW_RF_BOOTLOADER_FILE", &S::sNewRFBootloaderFile},
-    {"COMMON BRIX_RF_OR_MOTOR_BOOTLOADER_FILE", &S::sRFOrMotorBootloaderFile},
-    {"COMMON RF6_BOOTLOADER_FILE", &S::sRF6BootloaderFile},
-    {"COMMON BRIX_DELUXE_3_OR_4_USB_BOOTLOADER_FILE", &S::sDeluxeUSBBootloaderFile},
-    {"NEVAMAKO_RF5_COMPATIBLE_MAINBOARD_FILE", &S::sRF5CompatibleMainFile},
+    {"COMMON SIGNON", &C::sSignOn},
+    {"COMMON NEWRF_SIGNON", &C::sNewRFSignOn},
+    {"COMMON NEWRF_FLASHOK", &C::sNewRFFlashOK},
+    {"COMMON NEWRF_CHECKSUM", &C::sNewRFChecksum},
+    {"COMMON BOOTLOADER_UPGRADE_FILE", &C::sBootloaderUpgradeFile},
+    {"COMMON NEW_RF_BOOTLOADER_FILE", &C::sNewRFBootloaderFile},
+    {"COMMON BRIX_RF_OR_MOTOR_BOOTLOADER_FILE", &C::sRFOrMotorBootloaderFile},
+    {"COMMON RF6_BOOTLOADER_FILE", &C::sRF6BootloaderFile},
+    {"COMMON BRIX_DELUXE_3_OR_4_USB_BOOTLOADER_FILE", &C::sDeluxeUSBBootloaderFile},
+    {"NEVAMAKO_RF5_COMPATIBLE_MAINBOARD_FILE", &C::sRF5CompatibleMainFile},
 }};
 
 constexpr std::array<RowKeyword, 2> rowKeywords{{{"PREFLASH", &R::PreflashLine}, {"POSTFLASH", &R::PostflashLine}}};
@@ -70,19 +70,19 @@ constexpr std::array<std::string R::*, 12> antennaFields{
 /// A section of the file: an antenna's for boards of one group, or a list of antenna models and their files.
 struct Section {
     const char* name;
-    BoardGroup group;
-    std::vector<CompatEntry> S::*list;
+    GroupConfig C::*group;
+    std::vector<CompatEntry> C::*list;
 };
 
 constexpr std::array<Section, 8> sections{{
-    {"MARINE RF7 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatMarineRF7},
-    {"ANTENNA CONFIG MAINBOARD", BoardGroup::Line, nullptr},
-    {"ANTENNA CONFIG RFBOARD", BoardGroup::Block, nullptr},
-    {"MARINE RF6 DISH1000 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatMarineRF6},
-    {"LAND MOBILE RF6 DISH1000 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatLandMobileRF6},
-    {"MARINE RF6A DISH1000 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatMarineRF6A},
-    {"LAND MOBILE RF6A DISH1000 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatLandMobileRF6A},
-    {"LAND MOBILE RF DISH1000 SOFTWARE COMPATIBILITY", BoardGroup::None, &S::CompatLandMobileRF},
+    {"MARINE RF7 SOFTWARE COMPATIBILITY", nullptr, &C::CompatMarineRF7},
+    {"ANTENNA CONFIG MAINBOARD", &C::Main, nullptr},
+    {"ANTENNA CONFIG RFBOARD", &C::RF, nullptr},
+    {"MARINE RF6 DISH1000 SOFTWARE COMPATIBILITY", nullptr, &C::CompatMarineRF6},
+    {"LAND MOBILE RF6 DISH1000 SOFTWARE COMPATIBILITY", nullptr, &C::CompatLandMobileRF6},
+    {"MARINE RF6A DISH1000 SOFTWARE COMPATIBILITY", nullptr, &C::CompatMarineRF6A},
+    {"LAND MOBILE RF6A DISH1000 SOFTWARE COMPATIBILITY", nullptr, &C::CompatLandMobileRF6A},
+    {"LAND MOBILE RF DISH1000 SOFTWARE COMPATIBILITY", nullptr, &C::CompatLandMobileRF},
 }};
 
 bool IsFiller(const std::string& line) { return line.size() < 4 || line.front() == ';'; }
@@ -140,90 +140,119 @@ void StorePair(const std::string& line, std::vector<CompatEntry>& list)
     list.emplace_back();
 }
 
-/// Reads lines up to the section's end. False when the file ends first.
-bool ReadSection(LineReader& file, const Section& section, int row)
+/// The lines of an antenna: its own, and what runs before and after its flash.
+void StoreRowLine(const std::string& line, AntennaRecord& row)
 {
-    const bool wanted = section.list == nullptr && BoardOf(Session.iBoardType).group == section.group;
+    const std::string_view keyword = std::string_view(line).substr(0, line.find('$'));
+    if (text::Equal(keyword, "ANTENNA"))
+        StoreAntenna(line, row);
+    else if (const RowKeyword* commands = FindKeyword(rowKeywords, keyword))
+        row.*commands->line = line;
+}
+
+/// The lines that may stand anywhere in the file.
+void StoreCommonLine(const std::string& line, FlashConfig& config)
+{
+    const std::string_view keyword = std::string_view(line).substr(0, line.find('$'));
+    if (const ListKeyword* entry = FindKeyword(listKeywords, keyword))
+        config.*entry->group.*entry->list = CommandsOf(line);
+    else if (const TextKeyword* single = FindKeyword(textKeywords, keyword))
+        config.*single->value = text::Trim(Fields(line).at(1));
+}
+
+/// Reads lines up to the section's end. False when the file ends first.
+bool ReadSection(LineReader& file, const Section& section, FlashConfig& config, AntennaRecord& row)
+{
     while (!file.AtEnd()) {
         const std::string line = file.Next();
         if (IsFiller(line)) continue;
         if (IsMark(line, "END ", section)) return true;
-        if (section.list != nullptr) StorePair(line, Session.*section.list);
-        if (wanted) ParseConfigLine(line, row);
+        if (section.list != nullptr) {
+            StorePair(line, config.*section.list);
+            continue;
+        }
+        StoreCommonLine(line, config);
+        StoreRowLine(line, row);
     }
     return false;
 }
 
-/// Half a section may lack the commands that save an antenna's parameters, so its row is taken out again.
-void RefuseOpenSection(const Section& section, int row)
+/// Passes over the rest of a section. False when the file ends first.
+bool SkipSection(LineReader& file, const Section& section)
 {
-    Session.AntennaTable[static_cast<std::size_t>(row)] = {};
-    WriteLogLine("++>FLASHCFG.TXT ends before its line END " + std::string(section.name));
-    ShowMsgBox(FAIL_PAST_END, "GetLine");
+    while (!file.AtEnd())
+        if (IsMark(file.Next(), "END ", section)) return true;
+    return false;
 }
 
-void ReadAll(LineReader& file)
+/// A row that can't be read ends its group's table; the other group's boards have nothing to do with it.
+bool ReadRowSection(LineReader& file, const Section& section, FlashConfig& config)
 {
-    int row = 0;
+    GroupConfig& group = config.*section.group;
+    AntennaRecord row;
+    bool ended = false;
+    try {
+        ended = ReadSection(file, section, config, row);
+    } catch (const std::exception& failure) {
+        std::string detail;
+        const int number = FailureNumber(detail);
+        if (!group.problem) group.problem = Failure{number, "FLASHCFG.TXT: " + std::string(failure.what())};
+        ended = SkipSection(file, section);
+    }
+    // Half a section may lack the commands that save an antenna's parameters, so its row stays out.
+    if (!ended) return false;
+    CheckRoom(group.AntennaTable.size());
+    if (!group.problem) group.AntennaTable.push_back(std::move(row));
+    return true;
+}
+
+void ReadAll(LineReader& file, FlashConfig& config)
+{
     while (!file.AtEnd()) {
         const std::string line = file.Next();
         if (IsFiller(line)) continue;
         const Section* section = SectionBegunBy(line);
         if (section == nullptr) {
-            ParseConfigLine(line, row);
+            StoreCommonLine(line, config);
             continue;
         }
-        if (!ReadSection(file, *section, row)) return RefuseOpenSection(*section, row);
-        if (section->list != nullptr || BoardOf(Session.iBoardType).group != section->group) continue;
-        CheckRoom(Session.AntennaTable.size());
-        ++row;
-        Session.AntennaTable.emplace_back();
+        AntennaRecord none;
+        const bool ended = section->list != nullptr ? ReadSection(file, *section, config, none)
+                                                    : ReadRowSection(file, *section, config);
+        if (ended) continue;
+        WriteLogLine("++>FLASHCFG.TXT ends before its line END " + std::string(section->name));
+        TellFailure(FAIL_PAST_END, "GetLine");
     }
 }
 
 }  // namespace
 
-int ReadFlashConfig()
+std::optional<FlashConfig> ReadFlashConfig()
 {
-    if (Session.bFlashConfigLoaded) return 0;
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(ProgramFile("FLASHCFG.TXT"), ignored)) return 1;
-    Session.AntennaTable.assign(2, {});
+    if (!std::filesystem::is_regular_file(ProgramFile("FLASHCFG.TXT"), ignored)) return std::nullopt;
+    FlashConfig config;
     for (const Section& section : sections)
-        if (section.list != nullptr) (Session.*section.list).assign(1, {});
+        if (section.list != nullptr) (config.*section.list).assign(1, {});
     std::ifstream stream(ProgramFile("FLASHCFG.TXT"), std::ios::binary);
     if (!stream) throw Failure{FailureFromErrno(errno), "FLASHCFG.TXT can't be opened"};
     LineReader file(stream);
     file.SkipByteOrderMark();
-    ReadAll(file);
+    ReadAll(file, config);
     if (stream.bad()) throw Failure{FAIL_FILE_ACCESS, "FLASHCFG.TXT can't be read to its end"};
-    Session.bFlashConfigLoaded = true;
-    return 0;
+    return config;
 }
 
-void ParseConfigLine(const std::string& line, int row)
+const GroupConfig& GroupOf(const FlashConfig& config, int boardType)
 {
-    const std::string_view keyword = std::string_view(line).substr(0, line.find('$'));
-    if (const ListKeyword* entry = FindKeyword(listKeywords, keyword)) {
-        Session.*entry->list = CommandsOf(line);
-        Session.*entry->index = 0;
-    } else if (const TextKeyword* single = FindKeyword(textKeywords, keyword)) {
-        Session.*single->value = text::Trim(Fields(line).at(1));
-    } else if (text::Equal(keyword, "ANTENNA")) {
-        StoreAntenna(line, Session.AntennaTable.at(static_cast<std::size_t>(row)));
-    } else if (const RowKeyword* commands = FindKeyword(rowKeywords, keyword)) {
-        Session.AntennaTable.at(static_cast<std::size_t>(row)).*commands->line = line;
+    static const GroupConfig none;
+    switch (BoardOf(boardType).group) {
+    case BoardGroup::Line: return config.Main;
+    case BoardGroup::Block:
+    case BoardGroup::MultiStage: return config.RF;
+    case BoardGroup::None: break;
     }
-}
-
-void ResetFlashConfig()
-{
-    if (!Session.bFlashConfigWasReset) {
-        Session.bFlashConfigWasReset = true;
-        Session.bFlashConfigLoaded = false;
-    }
-    if (Session.bFlashConfigLoaded) return;
-    Session.AntennaTable.assign(1, {});
+    return none;
 }
 
 std::vector<std::string> CommandsOf(const std::string& line)

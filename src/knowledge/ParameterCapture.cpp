@@ -99,7 +99,8 @@ CaptureResult CaptureMain(const CaptureRequest& request)
     if (end == 0) return {};
     const std::string line = text::TrimLines(text::Mid(request.text, begin, end + 2 - begin));
     if (text::Equal(request.command, "=SERNUM")) return CaptureSerialNumber(line);
-    if (text::Equal(request.command, "SATINSTALL") && request.boardType == 0) return CaptureSatInstall(request, line);
+    if (text::Equal(request.command, "SATINSTALL") && BoardOf(request.boardType).renamesSatellites)
+        return CaptureSatInstall(request, line);
     return Entry(line);
 }
 

@@ -3,13 +3,13 @@
 #include <array>
 
 #include "display/Display.h"
-#include "frame/SessionState.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/ParameterCapture.h"
 #include "knowledge/UploadCommand.h"
 #include "knowledge/Utilities.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
 namespace {
@@ -81,17 +81,16 @@ constexpr std::array<Placeholder, 18> placeholders{{
     {"GYROANGLE", ",<value>"},
 }};
 
-const AntennaRecord& Row() { return Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx)); }
-
-bool HasNoUploads() { return text::Equal(text::Trim(Row().PostflashLine), "POSTFLASH$"); }
+bool HasNoUploads() { return text::Equal(text::Trim(Session.plan->row.PostflashLine), "POSTFLASH$"); }
 
 void Store(const CaptureResult& result)
 {
-    ++Session.iCapturedParamCount;
+    Captured& captured = Session.captured;
+    ++captured.iCapturedParamCount;
     if (!result.entry) return;  // the next entry grows over the gap
-    const auto slot = static_cast<std::size_t>(Session.iCapturedParamCount);
-    Session.sCapturedParams.resize(slot + 1);
-    Session.sCapturedParams[slot] = *result.entry;
+    const auto slot = static_cast<std::size_t>(captured.iCapturedParamCount);
+    captured.sCapturedParams.resize(slot + 1);
+    captured.sCapturedParams[slot] = *result.entry;
 }
 
 /// The one parameter that can't be restored: the user has to know it before it is gone.
@@ -105,19 +104,19 @@ void TellNotTakenOver(const std::string& installation)
 
 UploadFacts Facts()
 {
-    return {Session.iBoardType, text::Holds(Session.sMainVersion, "QEL JARL"), Session.bSatInstallFound,
-            Session.sSatInstallCmd};
+    return {Session.plan->iBoardType, Session.plan->tellsWholeDegrees, Session.captured.bSatInstallFound,
+            Session.captured.sSatInstallCmd};
 }
 
 /// The command that restores its parameter. One that the antenna never answered stays as it is and only reads again.
 std::string Restoring(const std::string& listed, const UploadFacts& facts)
 {
     const std::string command = text::Upper(listed);
-    if (command == "FECHITS1" && !Session.sFECHits1.empty()) return command + "," + Session.sFECHits1;
-    if (command == "FECHITS2" && !Session.sFECHits2.empty()) return command + "," + Session.sFECHits2;
+    if (command == "FECHITS1" && !Session.captured.sFECHits1.empty()) return command + "," + Session.captured.sFECHits1;
+    if (command == "FECHITS2" && !Session.captured.sFECHits2.empty()) return command + "," + Session.captured.sFECHits2;
     std::string element = command;
     bool answered = false;
-    for (const std::string& reply : Session.sCapturedParams) {
+    for (const std::string& reply : Session.captured.sCapturedParams) {
         const auto rewritten = UploadCommandFrom(command, element, reply, facts);
         if (!rewritten) continue;
         element = *rewritten;
@@ -140,59 +139,60 @@ std::string ForUser(const std::string& listed)
 
 std::string ExpectedReplyFor(const std::string& command)
 {
-    const int type = Session.iBoardType;
-    const Capture capture = BoardOf(type).capture;
+    const Board& board = BoardOf(Session.plan->iBoardType);
     for (const ExpectedReply& row : expectedReplies) {
         if (!text::Equal(row.command, command)) continue;
         // Two more boards hold an installation, though they tell it like the small ones.
-        const bool tellsInstallation = text::Equal(command, "SATINSTALL") && (type == 4 || type == 11);
-        if (capture == Capture::RF || tellsInstallation) return row.rf;
-        return capture == Capture::Main ? row.main : row.other;
+        const bool tellsInstallation = text::Equal(command, "SATINSTALL") && board.numbersSatellites;
+        if (board.capture == Capture::RF || tellsInstallation) return row.rf;
+        return board.capture == Capture::Main ? row.main : row.other;
     }
     return {};
 }
 
 bool CapturePreflashReply()
 {
-    if (Session.iPreflashCmdIdx < 1) return false;
+    Captured& captured = Session.captured;
+    if (captured.iPreflashCmdIdx < 1) return false;
     const CaptureResult result = CaptureReply({
-        Session.sCommBuffer,
-        ListEntry(Session.sPreflashCmds, Session.iPreflashCmdIdx - 1),
-        Session.sExpectedReply,
-        Session.iBoardType,
-        Session.bSatInstallFound,
-        Session.bUpgradeToGLTV && !Session.bTrisatDone,
+        Session.link.sCommBuffer,
+        ListEntry(Session.plan->sPreflashCmds, captured.iPreflashCmdIdx - 1),
+        captured.command.sExpectedReply,
+        Session.plan->iBoardType,
+        captured.bSatInstallFound,
+        Session.plan->answers.upgradeToGLTV.value_or(false) && !captured.bTrisatDone,
     });
     if (!result.answered) return false;
     Store(result);
     if (!result.notTakenOver.empty()) TellNotTakenOver(result.notTakenOver);
-    if (result.satInstallFound) Session.bSatInstallFound = true;
-    if (result.namesTranslated) Session.bTrisatDone = true;
-    if (!result.satInstallCmd.empty()) Session.sSatInstallCmd = result.satInstallCmd;
-    if (!result.fecHits1.empty()) Session.sFECHits1 = result.fecHits1;
-    if (!result.fecHits2.empty()) Session.sFECHits2 = result.fecHits2;
+    if (result.satInstallFound) captured.bSatInstallFound = true;
+    if (result.namesTranslated) captured.bTrisatDone = true;
+    if (!result.satInstallCmd.empty()) captured.sSatInstallCmd = result.satInstallCmd;
+    if (!result.fecHits1.empty()) captured.sFECHits1 = result.fecHits1;
+    if (!result.fecHits2.empty()) captured.sFECHits2 = result.fecHits2;
     ClearCommBuffers();
-    Session.bReplySeen = true;
+    captured.command.bReplySeen = true;
     return true;
 }
 
-void BuildUploadList()
+std::vector<std::string> BuildUploadList()
 {
-    if (HasNoUploads() || text::Equal(text::Trim(Row().PreflashLine), "PREFLASH$ ZAP")) return;
-    Session.iCapturedParamCount = 0;
+    std::vector<std::string> commands = Session.plan->sPostflashCmds;
+    if (HasNoUploads() || text::Equal(text::Trim(Session.plan->row.PreflashLine), "PREFLASH$ ZAP")) return commands;
     if (IsSettingTrue(SETTING_DRY_RUN)) {
-        Session.sCapturedParams = dryRunReplies;
-        return;
+        Session.captured.sCapturedParams = dryRunReplies;
+        return commands;
     }
     const UploadFacts facts = Facts();
-    for (std::string& command : Session.sPostflashCmds) command = Restoring(command, facts);
+    for (std::string& command : commands) command = Restoring(command, facts);
+    return commands;
 }
 
 std::string PostFlashCmdsForUser()
 {
     std::string lines;
     if (HasNoUploads()) return lines;
-    for (const std::string& command : Session.sPostflashCmds) {
+    for (const std::string& command : Session.plan->sPostflashCmds) {
         if (command.empty()) break;
         lines += ForUser(command);
         lines += text::CrLf;

@@ -1,158 +1,145 @@
-// From the board at hand to the flash plan: the row of the antenna table, its files, its commands.
+// From the board at hand to the plan of its flash: the row of the antenna table, its files, its commands.
 
-#include <algorithm>
-#include <array>
-
-#include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
-#include "knowledge/BoardRow.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/RowSearch.h"
+#include "knowledge/RowTable.h"
 #include "knowledge/Utilities.h"
-#include "link/SerialPortIO.h"
-#include "persistence/INIUtilities.h"
-#include "persistence/Logs.h"
+#include "knowledge/VersionReply.h"
 #include "platform/ProgramFiles.h"
 #include "text/Text.h"
 
 namespace {
 
-/// Main boards whose software must match an older RF board behind them.
-constexpr std::array rf5Antennas{
-    "Orbimaster OPAL", "Orbimaster NEVA", "Orbimaster MAKO", "Orbimaster PERU", "Orbimaster QUAY",
-};
+/// Main boards' software that goes with any older RF board behind them.
 constexpr std::string_view rf5CompatibleFile = "F61118T1.HEX";
 
-/// Boards whose RF software depends on the antenna model, and the file for a model that isn't in the list.
-struct ModelBoard {
-    const char* nameHolds;
-    ModelList list;
-    const char* defaultFile;
-};
-constexpr std::array<ModelBoard, 2> modelBoards{{
-    {" RF6 BOARD", ModelList::RF6, "F61205M.S19"},
-    {" RF6A BOARD", ModelList::RF6A, "F61271A.S19"},
-}};
+/// The two upgrades of a JARL system: with the satellite library, and without.
+constexpr const char* libraryFile = "F61293A.HEX";
+constexpr const char* plainFile = "F61236A.HEX";
 
-/// The link of a board that was picked by hand; what isn't here speaks as the antenna does.
-constexpr int fastBoard = 14;
-constexpr const char* fastLink = "38400,N,8,1";
-
-bool IsOneOf(int type, std::initializer_list<int> types)
+/// The type that a row is flashed as: its words tell it, or it is the board that was chosen.
+int TypeOf(const FlashConfig& config, const BoardChoice& choice, const Reading& reading)
 {
-    return std::find(types.begin(), types.end(), type) != types.end();
-}
-
-const AntennaRecord& ChosenRow() { return Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx)); }
-
-bool IsRF5Antenna(const AntennaRecord& row)
-{
-    return std::any_of(rf5Antennas.begin(), rf5Antennas.end(),
-                       [&](const char* words) { return text::Equal(row.BoardIdWords, words); });
+    if (!choice.pickedRow) return reading.told.value_or(choice.iBoardType);
+    const auto row = static_cast<std::size_t>(*choice.pickedRow);
+    return BoardTypeOf(GroupOf(config, choice.iBoardType).AntennaTable.at(row)).value_or(choice.iBoardType);
 }
 
 /// The loader that goes into the boot area of a Block board along with its software.
-void ChooseBootloader()
+std::string BootloaderFile(const FlashConfig& config, const Board& board, bool usb)
 {
-    const int type = Session.iBoardType;
-    const bool smallBoard = IsOneOf(type, {3, 4, 6, 9, 11, 13});
-    if (!smallBoard && !IsOneOf(type, {15, 16, 20})) return;
-    const bool searched = !Session.bSkipParams;
-    Session.sNewRFBootloaderFile =
-        smallBoard && searched ? Session.sRFOrMotorBootloaderFile : Session.sRF6BootloaderFile;
-    if (Session.bUSBLink && IsOneOf(type, {15, 16})) Session.sNewRFBootloaderFile = Session.sDeluxeUSBBootloaderFile;
+    switch (board.bootFile) {
+    case BootFile::NewRF: return config.sNewRFBootloaderFile;
+    case BootFile::RFOrMotor: return config.sRFOrMotorBootloaderFile;
+    case BootFile::RF6: return board.hasUSBPort && usb ? config.sDeluxeUSBBootloaderFile : config.sRF6BootloaderFile;
+    case BootFile::None: break;
+    }
+    return {};
 }
 
 /// What the board is called in the table: its own words, or those of its version reply.
-std::string SearchText()
+std::string SearchText(const Board& board, const Reading& reading)
 {
-    const Board& board = BoardOf(Session.iBoardType);
-    std::string words = board.searchText != nullptr ? board.searchText
-                        : Session.iBoardType == 0   ? Session.sMainVersion
-                                                    : Session.sRFVersion;
+    std::string words = board.searchText != nullptr    ? board.searchText
+                        : TellsMainVersion(board.type) ? reading.sMainVersion
+                                                       : reading.sRFVersion;
     words = text::Replace(text::Replace(words, "\r", ""), "\n", "");
     const std::size_t family = text::Find(words, "DVB/DSS");
-    return board.group != BoardGroup::Line && HasVersions(board.type) && family > 0 ? text::Mid(words, family) : words;
+    return TellsRFVersion(board.type) && family > 0 ? text::Mid(words, family) : words;
 }
 
-/// False when the table doesn't know the board.
-bool SearchBoard()
+/// Null when the table doesn't know the board.
+const AntennaRecord* RowOf(const FlashConfig& config, const BoardChoice& choice, const Board& board,
+                           const Reading& reading)
 {
-    const bool ownWords = HasVersions(Session.iBoardType) && Session.iBoardType != 0;
-    const RowFound found = FindRow(Session.AntennaTable, Session.iAntennaIdx, SearchText(), ownWords);
-    Session.iAntennaIdx = static_cast<std::int16_t>(found.row);
-    if (found.fits) TakeRow(ChosenRow());
-    return found.fits;
+    const std::vector<AntennaRecord>& table = GroupOf(config, choice.iBoardType).AntennaTable;
+    if (choice.pickedRow) return &table.at(static_cast<std::size_t>(*choice.pickedRow));
+    const RowFound found = FindRow(table, SearchText(board, reading), TellsRFVersion(board.type));
+    return found.fits ? &table[static_cast<std::size_t>(found.row)] : nullptr;
 }
 
-/// A picked antenna brings its row and files along; only the link has to be at the boot loader's speed.
-bool UsePickedBoard()
+void TakeRow(const AntennaRecord& row, FlashPlan& plan)
 {
-    if (Session.iBoardType == fastBoard) SetLinkSettings(fastLink);
-    if (IsOneOf(Session.iBoardType, {20, 16, 15, 4, 11, 13, 3, 9, 6})) SetLinkSettings("9600,N,8,1");
-    return !(ChosenRow().AntennaName.empty() && Session.sFlashFile.empty());
+    const RowFiles files = ReadRow(row, plan.iBoardType);
+    plan.row = row;
+    plan.facts = FactsOf(row);
+    plan.facts.bareLines |= BoardOf(plan.iBoardType).bareLines;
+    plan.facts.returnBehindCommand |= BoardOf(plan.iBoardType).bareLines;
+    plan.sBoardSignOn = text::Trim(row.SignOn);
+    plan.stages.front().sFlashCmd = text::Trim(row.FlashCmd);
+    plan.stages.front().sFlashFile = files.FlashFile;
+    plan.sFlashFileName = files.SecondFlashFile;
+    plan.FirstFile = files.FirstFile;
+    plan.SecondFile = files.SecondFile;
+    plan.iLinePauseTicks = files.PauseTicks;
+    plan.sPreflashCmds = CommandsOf(row.PreflashLine);
+    plan.sPostflashCmds = CommandsOf(row.PostflashLine);
 }
 
 /// A JARL system with a newer RF board may get the satellite library. What is known of its versions is the main board's
 /// business alone.
-void OfferLibrary()
+bool MayHaveLibrary(const Reading& reading)
 {
-    Session.bUpgradeToGLTV = false;
-    if (Session.iBoardType != 0 || !text::Holds(Session.sMainVersion, "QEL JARL")) return;
-    if (text::Holds(Session.sMainVersion, "QEL JARL GL")) return;
-    if (IsRF7Family(Session.sRFVersion) || text::Holds(Session.sRFVersion, "DVB/DSS 6A")) AskForLibraryUpgrade();
+    if (!text::Holds(reading.sMainVersion, "QEL JARL") || text::Holds(reading.sMainVersion, "QEL JARL GL"))
+        return false;
+    return IsRF7Family(reading.sRFVersion) || text::Holds(reading.sRFVersion, "DVB/DSS 6A");
 }
 
 /// The main board's software must go with the RF board that is in the antenna already.
-void FitFileToRFBoard()
+void FitFileToRFBoard(const FlashConfig& config, const Reading& reading, FlashPlan& plan)
 {
-    const AntennaRecord& row = ChosenRow();
-    if (IsRF5Family(Session.sRFVersion) && IsRF5Antenna(row))
-        Session.sFlashFile =
-            Session.sRF5CompatibleMainFile.empty() ? std::string(rf5CompatibleFile) : Session.sRF5CompatibleMainFile;
-    if (Session.bPCBVersionA2) {
-        const std::string family = text::Left(Session.sFlashFile, 6);
-        if (text::Holds(Session.sFlashFile, "F61102"))
-            Session.sFlashFile = family + "S.HEX";
-        else if (text::Holds(Session.sFlashFile, "F61118"))
-            Session.sFlashFile = family + "L.HEX";
-    }
+    std::string& file = plan.stages.front().sFlashFile;
+    if (IsRF5Family(reading.sRFVersion) && plan.facts.needsRF5File)
+        file = config.sRF5CompatibleMainFile.empty() ? std::string(rf5CompatibleFile) : config.sRF5CompatibleMainFile;
+    if (!reading.bPCBVersionA2) return;
+    const std::string family = text::Left(file, 6);
+    if (text::Holds(file, "F61102"))
+        file = family + "S.HEX";
+    else if (text::Holds(file, "F61118"))
+        file = family + "L.HEX";
+}
+
+/// The model decides, where the reply doesn't tell enough.
+void FitFileToModel(FlashPlan& plan)
+{
+    const std::optional<std::string>& model = plan.answers.modelFile;
+    std::string& file = plan.stages.front().sFlashFile;
     // Nothing was read, so the user has to know; without a model it is the file that goes with any RF board.
-    if (Session.bSkipParams && IsRF5Antenna(row) && !AskForModel(ModelList::RF)) Session.sFlashFile = rf5CompatibleFile;
-}
-
-/// A further stage of board 21, when its newest file is newer than what the antenna has told; one that told nothing
-/// gets it in any case.
-std::string StageFile(const std::string& latest, const std::string& revision, std::string file, const char* family)
-{
-    if (text::Compare(latest, revision) <= 0) return {};
-    if (file.empty()) file = FindLatestFile(family);
-    return file.empty() ? file : " : " + file;
-}
-
-void ShowFiles()
-{
-    std::string files = Session.sFlashFile;
-    if (Session.iBoardType == 21) {
-        files += StageFile(Session.sLatestFPGARev, Session.sFPGARev, Session.sFPGAFileName, "F61340A.S19");
-        files += StageFile(Session.sLatestBAPIRev, Session.sBAPIRev, Session.sBAPIFileName, "F61357A.S19");
-    } else if (!Session.sFlashFileName.empty()) {
-        files += ", " + Session.sFlashFileName;
+    if (plan.bSkipParams && plan.facts.needsRF5File) {
+        plan.asksModel = ModelList::RF;
+        if (model && model->empty()) file = rf5CompatibleFile;
     }
-    frmWizard.lblFlashFile.Caption = "The Burnline will update the board with file: " + files;
-    frmWizard.lblFlashFile.Visible = true;
+    const ModelChoice* choice = ModelChoiceOf(plan.row);
+    if (choice == nullptr || plan.sFlashFileName.empty() || BoardOf(plan.iBoardType).group != BoardGroup::Block) return;
+    plan.asksModel = choice->list;
+    if (model) file = ResolveFlashFile(model->empty() ? choice->defaultFile : *model);
 }
 
-void FitFileToModel()
+/// A part of board 21 that is flashed behind its first one.
+struct LaterStage {
+    const char* banner;
+    const char* part;
+    const char* command;
+    const char* family;
+};
+constexpr LaterStage fpga{"FPGA. ", "FPGA", "PGM_RF7_FPGA", "F61340A.S19"};
+constexpr LaterStage processor{"ACQUISITION PROCESSOR. ", "Acquisition Processor", "PGM_RF7_BAPI", "F61357A.S19"};
+
+/// The stage is due when its newest file is newer than what the antenna has told, in the order of texts; one that told
+/// nothing gets it in any case.
+void AddStage(FlashPlan& plan, const LaterStage& stage, const std::string& told, const std::string& done)
 {
-    if (Session.iBoardType == 21 || Session.sFlashFileName.empty()) return;
-    for (const ModelBoard& board : modelBoards) {
-        if (!text::Holds(ChosenRow().AntennaName, board.nameHolds)) continue;
-        if (!AskForModel(board.list)) Session.sCompatFlashFile = board.defaultFile;
-        Session.sFlashFile = ResolveFlashFile(Session.sCompatFlashFile);
-        ShowFiles();
-    }
+    const std::string file = FindLatestFile(stage.family);
+    if (file.empty() || (told != "0" && text::Compare(told, RevisionOfFile(file)) >= 0)) return;
+    plan.stages.push_back(
+        {stage.banner, done, "Power cycle to start " + std::string(stage.part) + " flash!", stage.command, file});
+}
+
+void AddLaterStages(FlashPlan& plan, const Reading& reading)
+{
+    AddStage(plan, fpga, reading.sFPGARev, "Main flash complete!  ");
+    const bool behindFPGA = plan.stages.size() > 1;
+    AddStage(plan, processor, reading.sBAPIRev, behindFPGA ? "FPGA flash complete! " : "Main flash complete! ");
 }
 
 }  // namespace
@@ -164,24 +151,47 @@ std::string ResolveFlashFile(const std::string& name)
     return latest.empty() ? name : latest;
 }
 
-void ResolveBoard()
+int BoardInHand() { return TypeOf(*Session.config, Session.choice, Session.reading); }
+
+std::string BoardNameForLog()
 {
-    if (!Session.bSkipParams) {
-        Session.sFlashFile.clear();
-        Session.sFlashFileName.clear();
-        Session.iAntennaIdx = 0;
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    switch (board.list) {
+    case BoardList::SingleCable: return BoardName(board.type, 0);
+    case BoardList::Other: return BoardName(board.type, 1);
+    case BoardList::Option: break;
     }
-    ChooseBootloader();
-    const bool known = Session.bSkipParams ? UsePickedBoard() : SearchBoard();
-    if (!known) {
-        if (!IsSettingTrue(SETTING_DRY_RUN)) ShowMsgBox(6, "SetStep");
-        return;
+    return Session.plan->row.AntennaName;
+}
+
+FlashPlan ResolveBoard(const FlashConfig& config, const BoardChoice& choice, const Reading& reading,
+                       const PlanAnswers& answers)
+{
+    FlashPlan plan;
+    plan.iBoardType = TypeOf(config, choice, reading);
+    plan.answers = answers;
+    const Board& board = BoardOf(plan.iBoardType);
+    plan.bSkipParams = choice.pickedRow || board.holdsNoParams;
+    plan.bUSBLink = choice.bUSBLink;
+    plan.paced = board.paced;
+    plan.tellsWholeDegrees = text::Holds(reading.sMainVersion, "QEL JARL");
+    plan.sNewRFBootloaderFile = BootloaderFile(config, board, choice.bUSBLink);
+    plan.stages.front().banner = board.banner;
+    const AntennaRecord* row = RowOf(config, choice, board, reading);
+    if (row == nullptr) return plan;
+
+    TakeRow(*row, plan);
+    std::string& file = plan.stages.front().sFlashFile;
+    plan.offersLibrary = TellsMainVersion(plan.iBoardType) && MayHaveLibrary(reading);
+    if (answers.upgradeToGLTV) file = *answers.upgradeToGLTV ? libraryFile : plainFile;
+    file = ResolveFlashFile(file);
+    FitFileToRFBoard(config, reading, plan);
+    FitFileToModel(plan);
+    if (answers.flashFile) {
+        file = *answers.flashFile;
+        if (board.secondFile != nullptr) plan.sFlashFileName = board.secondFile;
     }
-    OfferLibrary();
-    Session.sFlashFile = ResolveFlashFile(Session.sFlashFile);
-    FitFileToRFBoard();
-    ShowFiles();
-    FitFileToModel();
-    if (IsExitRequested()) return;  // the program was closed instead of an answer, and its log with it
-    WriteLogLine("++>Board picked to flash is " + BoardNameForLog());
+    if (board.group == BoardGroup::MultiStage) AddLaterStages(plan, reading);
+    if (answers.skipParameters) plan.bSkipParams = true;
+    return plan;
 }

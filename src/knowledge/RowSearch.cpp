@@ -15,14 +15,14 @@ bool WordsFit(const std::string& rowWords, const std::string& text, bool sameCou
     return pairs == wanted.size();
 }
 
-RowFound FindRow(const std::vector<AntennaRecord>& table, int from, const std::string& text, bool sameCount)
+RowFound FindRow(const std::vector<AntennaRecord>& table, const std::string& text, bool sameCount)
 {
-    const int last = static_cast<int>(table.size()) - 1;
-    int row = from;
-    for (; row >= 0 && row < last; ++row) {
-        const AntennaRecord& candidate = table[static_cast<std::size_t>(row)];
-        if (candidate.AntennaName.empty()) break;
-        if (WordsFit(candidate.BoardIdWords, text, sameCount)) return {row, true};
+    RowFound found;
+    for (const AntennaRecord& row : table) {
+        if (row.AntennaName.empty()) break;
+        found.fits = WordsFit(row.BoardIdWords, text, sameCount);
+        if (found.fits) break;
+        ++found.row;
     }
-    return {row, false};
+    return found;
 }

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "frame/SessionState.h"
+#include "session/FlashConfig.h"
 
-/// Where a search ended: at the row that fits, or at the first row without a name, or at the last row.
+/// Where a search ended: at the row that fits, or at the first row without a name, or behind the last row.
 struct RowFound {
     int row = 0;
     bool fits = false;
@@ -17,5 +17,5 @@ struct RowFound {
 /// so that such a text doesn't fit; that is on purpose.
 bool WordsFit(const std::string& rowWords, const std::string& text, bool sameCount);
 
-/// Looks from row `from` on. The table's last row never fits: it is the one that ends the table.
-RowFound FindRow(const std::vector<AntennaRecord>& table, int from, const std::string& text, bool sameCount);
+/// Looks through the table up to a row without a name.
+RowFound FindRow(const std::vector<AntennaRecord>& table, const std::string& text, bool sameCount);

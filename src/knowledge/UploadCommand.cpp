@@ -135,10 +135,8 @@ Form SatInstall(const Told& told)
     const std::size_t begin = text::Find(told.reply, told.label);
     if (begin == 0) return std::nullopt;
     const UploadFacts& facts = told.facts;
-    const int type = facts.boardType;
-    if (type == 4 || type == 11 || BoardOf(type).capture == Capture::RF)
-        return SatelliteNumbers(told.reply, begin, facts.satInstallFound);
-    if (!IsMainBoard(type)) return std::nullopt;
+    if (BoardOf(facts.boardType).numbersSatellites) return SatelliteNumbers(told.reply, begin, facts.satInstallFound);
+    if (!IsMainBoard(facts.boardType)) return std::nullopt;
     if (facts.satInstallFound && !facts.satInstallCmd.empty()) return facts.satInstallCmd;
     return text::Trim(text::Mid(told.reply, begin));
 }

@@ -1,47 +1,51 @@
 #pragma once
 // What the system knows about antennas: the configuration file, which board is at hand, its parameters.
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "session/Session.h"
+
 // --- the flash configuration file --------------------------------------------------------------------------------
 
-/// Reads FLASHCFG.TXT into the session's tables, rows of the group of iBoardType only; at most once while its flag
-/// stands. 0: the tables are in place; 1: the file isn't there.
-int ReadFlashConfig();
+/// Reads FLASHCFG.TXT, all groups. Nothing when the file isn't there. Lines of another form are dropped; a row that
+/// can't be read is told by the `problem` of its group; raises Failure, std::out_of_range or std::overflow_error for a
+/// file that can't be read or whose common lines lack their field.
+std::optional<FlashConfig> ReadFlashConfig();
 
-/// Handles one keyword line: stores into row `row` of AntennaTable or into the common texts and lists. A line of
-/// another form is dropped; a keyword without its field raises std::out_of_range.
-void ParseConfigLine(const std::string& line, int row);
-
-/// Called after a new board choice. The file is loaded again only after the first call of a run; that is on purpose.
-void ResetFlashConfig();
+/// What the configuration says of the boards of that type's group.
+const GroupConfig& GroupOf(const FlashConfig& config, int boardType);
 
 /// A "$" line split into its commands, trimmed, the keyword left out, with an empty entry behind the last one.
 std::vector<std::string> CommandsOf(const std::string& line);
 
 // --- which board is it -------------------------------------------------------------------------------------------
 
-/// The family of an RF version reply.
-bool IsRF6Family(const std::string& version);  // boards of type 20
-bool IsRF7Family(const std::string& version);  // boards of type 21
-bool IsRF5Family(const std::string& version);
-bool HoldsVersionWord(const std::string& version);
-
 /// The path of a flash file as it is shown and opened: its newest revision when the family has one.
 std::string ResolveFlashFile(const std::string& name);
 
-/// Fills the flash plan of the session: the row, sign-on, commands, files, and writes it on the form. STEP_4's work.
-void ResolveBoard();
+/// The type of the board at hand ahead of its plan: the row that was picked by hand tells it, or the RF board's reply,
+/// or it is what was chosen.
+int BoardInHand();
+
+/// The plan of a flash, from what is known; of a board without a row it is not known. The library's answer and the
+/// model's are asked for by the plan that it gives without them. Raises what ReadRow raises.
+FlashPlan ResolveBoard(const FlashConfig& config, const BoardChoice& choice, const Reading& reading,
+                       const PlanAnswers& answers);
+
+/// The board's name as log and messages give it. The lists aren't numbered like the boards, so that type 2 is called
+/// "CORA Motor Controller board" here; that is on purpose.
+std::string BoardNameForLog();
 
 /// Mode 7: the reply to a version query. What isn't complete stays in sCommBuffer and is looked at again with more
-/// text.
-void ParseVersionReply();
+/// text. True when the versions are known.
+bool ParseVersionReply();
 
 /// Modes 20 and 21: the reply to "FPGARev", which asks for "BAPIRev" next, and the reply to that, which ends the
-/// reading.
+/// reading. True when the versions are known.
 void ParseFPGARev();
-void ParseBAPIRev();
+bool ParseBAPIRev();
 
 // --- parameters --------------------------------------------------------------------------------------------------
 
@@ -52,8 +56,8 @@ std::string ExpectedReplyFor(const std::string& command);
 /// it tells is stored, the text is consumed and bReplySeen set. False: more text is needed, nothing has changed.
 bool CapturePreflashReply();
 
-/// Rewrites sPostflashCmds so that it restores what was captured.
-void BuildUploadList();
+/// The plan's post-flash commands, written so that they restore what was captured.
+std::vector<std::string> BuildUploadList();
 
 /// The post-flash commands of the row as a person has to enter them, one to a line, each line ended by CR LF: with
 /// placeholders for the values, "SATINSTALL,<SATA>,<SATB>". Empty when the row has none.

@@ -1,9 +1,25 @@
 #include "knowledge/VersionReply.h"
 
-#include "knowledge/Utilities.h"
+#include <algorithm>
+#include <array>
+
 #include "text/Text.h"
 
 namespace {
+
+// A word is searched anywhere in the reply, so that "DVB/DSS 6" stands for all words that begin with it.
+constexpr std::array versionWords{
+    "DVB/DSS 3",     "DVB/DSS 2",     "DVB/DSS 4 STACKED", "DVB/DSS 4",    "DVB/DSS 5",
+    "DVB/DSS 6",     "DVB/DSS LM",    "DVB/DSS MA",        "DVB/DSS 6A",   "DVB/DSS 6A LM",
+    "DVB/DSS 6A MA", "DVB/DSS 6A GL", "DVB/DSS 7",         "DVB/DSS 7 MA", "DVB/DSS 7 GL",
+};
+constexpr std::array rf6Words{"DVB/DSS 6", "DVB/DSS LM", "DVB/DSS MA"};
+
+template <class Words>
+bool HoldsAny(const std::string& version, const Words& words)
+{
+    return std::any_of(words.begin(), words.end(), [&](const char* word) { return text::Holds(version, word); });
+}
 
 /// The line end that completes a reply: the last one, if it stands behind the last software family's word. 0: not
 /// there.
@@ -14,6 +30,14 @@ std::size_t EndBehindFamily(const std::string& reply)
 }
 
 }  // namespace
+
+bool HoldsVersionWord(const std::string& version) { return HoldsAny(version, versionWords); }
+
+bool IsRF6Family(const std::string& version) { return HoldsAny(version, rf6Words); }
+
+bool IsRF7Family(const std::string& version) { return text::Holds(version, "DVB/DSS 7"); }
+
+bool IsRF5Family(const std::string& version) { return text::Holds(version, "DVB/DSS") && !IsRF6Family(version); }
 
 std::optional<std::string> MainVersionIn(const std::string& reply)
 {

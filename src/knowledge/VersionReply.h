@@ -4,6 +4,12 @@
 #include <optional>
 #include <string>
 
+/// The family of an RF version reply.
+bool IsRF6Family(const std::string& version);  // boards of type 20
+bool IsRF7Family(const std::string& version);  // boards of type 21
+bool IsRF5Family(const std::string& version);
+bool HoldsVersionWord(const std::string& version);
+
 // Each gives nothing while the reply isn't complete.
 
 /// The main board's line in the reply to "VERSION": from the last "QEL" to the last line end, the CR included.

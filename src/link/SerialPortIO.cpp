@@ -3,34 +3,46 @@
 #include "link/SerialPortIO.h"
 
 #include "display/Display.h"
+#include "display/PortStatus.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
 
-void ShowPortState(const std::string& words, bool needsAttention)
+struct PortProblem {
+    int code;
+    const char* status;  // {port} stands for the COM number
+};
+constexpr PortProblem portProblems[] = {{4, "COM port: COM Port Already in Use. (COM{port})."},
+                                        {21, "COM port: None found or all used"},
+                                        {27, "COM port: Error with COM Port"}};
+
+void LeavePortClosed()
 {
-    Control& label = frmWizard.lblCommPortStatus;
-    label.Caption = words;
-    label.Bold = needsAttention;
-    label.Enlarged = needsAttention;
-    label.BackColor = needsAttention ? White : Standard;
-    label.ForeColor = Standard;
-    label.ToolTipText = "";
-    label.Visible = true;
+    Session.link.iCommMode = STATE_IDLE;
+    UncheckPort();
+    DisableCmdEntry();
+    SetNavCmds(NAV_BLOCKED);
+}
+
+/// For a port that this user may not open: how to be allowed to.
+std::string RemedyOf(int code)
+{
+    if (code != 27 || computer->TestCommPort(Session.link.iCommPort) != PORT_FORBIDDEN) return {};
+    return computer->DescribeCommPort(Session.link.iCommPort).remedy;
 }
 
 /// True when the port was opened. It may have gone or been taken since it was tested.
 bool OpenPort()
 {
     try {
-        MSComm1->SetCommPort(Session.iCommPort);
+        MSComm1->SetCommPort(Session.link.iCommPort);
         MSComm1->SetSettings(GetSetting(SETTING_BAUD_RATE) + ",N,8,1");
         MSComm1->SetPortOpen(true);
         return true;
@@ -43,7 +55,7 @@ bool OpenPort()
 void RestoreNavigation()
 {
     const int step = frmWizard.iCurrentStep;
-    SetNavCmds(step == STEP_5 && Session.iFlashPhase == FLASH_FINISHED ? 12 : step);
+    SetNavCmds(step == STEP_5 && Session.flash.iFlashPhase == FLASH_FINISHED ? NAV_WRITTEN : step);
 }
 
 /// Bytes that wait. A lost port has none here: CommHandler, which runs next, reports it.
@@ -61,7 +73,7 @@ int BytesWaiting()
 void InitAndOpenComm()
 {
     CloseComm();
-    const int result = computer->TestCommPort(Session.iCommPort);
+    const int result = computer->TestCommPort(Session.link.iCommPort);
     if (result == PORT_MISSING) return;
     // The system's number is the message's: a port in use shows the words of message 5. That is on purpose.
     if (result == PORT_IN_USE || result == FAIL_PORT_LOST) {
@@ -69,47 +81,56 @@ void InitAndOpenComm()
         return;
     }
     if (result != PORT_USABLE) {
-        ShowMsgBox(27, "InitAndOpenComm");
+        TellPortProblem(27, "InitAndOpenComm");
         return;
     }
-    if (Session.iCommID != 0) return;
+    if (Session.link.iCommID != 0) return;
     if (!OpenPort()) {
-        ShowMsgBox(27, "InitAndOpenComm");
+        TellPortProblem(27, "InitAndOpenComm");
         return;
     }
-    Session.iCommID = static_cast<std::int16_t>(MSComm1->CommID());
-    if (Session.iCommID <= 0) return;
-    Session.bPortOpened = true;
+    Session.link.iCommID = static_cast<std::int16_t>(MSComm1->CommID());
+    if (Session.link.iCommID <= 0) return;
+    Session.link.bPortOpened = true;
     ShowWaitingOnPort();
 }
 
 void CloseComm()
 {
-    if (Session.iCommID <= 0) return;
+    if (Session.link.iCommID <= 0) return;
     MSComm1->SetPortOpen(false);
-    Session.iCommID = 0;
+    Session.link.iCommID = 0;
+}
+
+void TellPortProblem(int code, const std::string& origin)
+{
+    const std::string remedy = RemedyOf(code);
+    for (const PortProblem& problem : portProblems)
+        if (problem.code == code)
+            ShowPortStatus(text::Replace(problem.status, "{port}", text::Num(Session.link.iCommPort)), true, remedy);
+    const Answer answer = ShowMsgBox(code, origin, remedy.empty() ? remedy : ": " + remedy);
+    if (answer == Answer::Cancel) return CleanUpForShutdown(1);
+    if (code != 21) LeavePortClosed();
 }
 
 void ShowWaitingOnPort()
 {
-    SetNavCmds(14);
-    if (!Session.bUSBLink) Session.bPortReady = false;
-    ShowPortState("COM port: \r\nWaiting on COM" + text::Num(Session.iCommPort), true);
-    frmWizard.lblCommPortStatus.ToolTipText =
-        "Nothing has come from the antenna yet. Switch it on, or press Enter in the Command Line to make it answer.";
-    frmWizard.lblRedoCOMMPort.Visible = false;
+    SetNavCmds(NAV_BLOCKED);
+    if (!Session.choice.bUSBLink) Session.link.bPortReady = false;
+    ShowPortStatus(
+        "COM port: \r\nWaiting on COM" + text::Num(Session.link.iCommPort), true,
+        "Nothing has come from the antenna yet. Switch it on, or press Enter in the Command Line to make it answer.");
+    HidePortAdvice();
 }
 
 void CheckPortReady()
 {
-    if (Session.bPortReady || BytesWaiting() < 1) return;
+    if (Session.link.bPortReady || BytesWaiting() < 1) return;
     EnableCmdEntry();
-    if (!Session.bUSBLink) RestoreNavigation();
-    ShowPortState("COM port: COM" + text::Num(Session.iCommPort) + " ready", false);
-    Session.bPortReady = true;
+    if (!Session.choice.bUSBLink) RestoreNavigation();
+    ShowPortStatus("COM port: COM" + text::Num(Session.link.iCommPort) + " ready", false);
+    Session.link.bPortReady = true;
 }
-
-void ShowPortError() { ShowPortState("COM port error (COM" + text::Num(Session.iCommPort) + ").", true); }
 
 void SetLinkSettings(const std::string& settings) { MSComm1->SetSettings(settings); }
 
@@ -131,5 +152,4 @@ void RestoreAfterFlash()
         frmWizard.Self.Enabled = true;
         computer->SetHighPriority(false);
     }
-    if (IsSettingTrue(SETTING_USE_FAST_BAUD) && Session.iBoardType == 21) ReopenAt("9600,N,8,1");
 }

@@ -23,18 +23,19 @@ void SetLinkSettings(const std::string& settings);
 /// The same, with the port closed and opened around it, as a board's loader expects it at a change of speed.
 void ReopenAt(const std::string& settings);
 
-/// A short wait for the processor while a flash runs.
+/// A short wait for the processor while a flash runs, and back.
 void RaisePriority();
 void RestoreAfterFlash();
 
-/// Shows a port failure in the status label.
-void ShowPortError();
+/// Tells why the port of the settings can't be used: message 4 in use, 21 none there, 27 another reason. Cancel ends
+/// the program, OK leaves the port closed for now.
+void TellPortProblem(int code, const std::string& origin);
 
 // --- what is sent ------------------------------------------------------------------------------------------------
 
 /// Sends a flash line or block as it stands, in pieces of 8 bytes with TransmitDelay ms ahead of each; what the antenna
 /// says meanwhile is dropped.
-void SendLine(std::string text);
+void SendLine(const std::string& text);
 
 /// Sends a command with CR behind it and shows it on the terminal behind "==>".
 void SendCommandLine(const std::string& command);

@@ -5,13 +5,14 @@
 #include "persistence/INIUtilities.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
+#include "session/Session.h"
 #include "text/Text.h"
 
-void SendLine(std::string text)
+void SendLine(const std::string& text)
 {
     constexpr std::size_t pieceLength = 8;
     if (text.empty()) return;
-    const std::int32_t delay = text::ToLong(GetSetting(SETTING_TRANSMIT_DELAY));
+    const std::int32_t delay = Session.plan->paced ? text::ToLong(GetSetting(SETTING_TRANSMIT_DELAY)) : 0;
     for (std::size_t at = 0; at < text.size(); at += pieceLength) {
         if (delay > 0) computer->Sleep(delay);
         // What the antenna says while a line is on its way belongs to no line.

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "frame/Wizard.h"
 #include "persistence/Logs.h"
 #include "persistence/SettingsText.h"
 #include "platform/Computer.h"
@@ -10,6 +9,7 @@
 #include "platform/Machine.h"
 #include "platform/ProgramFiles.h"
 #include "platform/WholeFile.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace fs = std::filesystem;
@@ -30,7 +30,10 @@ fs::path ConfigFile() { return ProgramFile(FileName); }
 fs::path OldFile() { return ProgramFile(FileName + ".old"); }
 fs::path NewFile() { return ProgramFile(FileName + ".new"); }
 
-void Tell(const std::string& words) { computer->MsgBox(words, Buttons::OK, Icon::None, "QEL Burnline Assistant"); }
+void Tell(const std::string& words)
+{
+    computer->MsgBox(words, Buttons::OK, Icon::None, "QEL Burnline Assistant", Answer::OK);
+}
 
 /// The settings are read before the program has opened its log.
 void LogEarly(const std::string& words)
@@ -144,7 +147,7 @@ void TellSaveFailure(int number, const std::string& what)
         break;
     case FAIL_FILE_ACCESS:
         // The program's directory can't be written; the catalogue has the words for it.
-        ShowMsgBox(number, "SaveConfigFile");
+        TellFailure(number, "SaveConfigFile");
         break;
     default:
         Tell("While trying to access " + FileName + ", we encountered an unknown error, #" + text::Num(number) +

@@ -5,11 +5,11 @@
 #include <cstring>
 #include <filesystem>
 
-#include "frame/Wizard.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "platform/ProgramFiles.h"
 #include "platform/WholeFile.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace fs = std::filesystem;
@@ -20,10 +20,10 @@ std::FILE* logFile = nullptr;
 std::FILE* updatesLogFile = nullptr;
 
 /// A directory that can't be written is told once: by then the program is on its way out.
-void TellFailure(int number, const std::string& origin)
+void TellOnce(int number, const std::string& origin)
 {
     if (number == FAIL_ALREADY_OPEN) number = FAIL_FILE_ACCESS;  // the catalogue has words for it
-    if (!IsExitRequested()) ShowMsgBox(number, origin);
+    if (!IsExitRequested()) TellFailure(number, origin);
 }
 
 /// Mode 1 starts a new file, any other adds to the one that is there. Null, and told, when it can't be opened.
@@ -33,12 +33,12 @@ std::FILE* OpenOutPutFile(const std::string& name, int mode)
     std::error_code ignored;
     const fs::file_status status = fs::status(path, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        TellFailure(FAIL_FILE_ACCESS, "OpenOutPutFile");
+        TellOnce(FAIL_FILE_ACCESS, "OpenOutPutFile");
         return nullptr;
     }
     std::FILE* file = OpenToWrite(path, mode != 1);
     if (file == nullptr) {
-        TellFailure(errno == ENOENT ? FAIL_PATH : FailureFromErrno(errno), "OpenOutPutFile");
+        TellOnce(errno == ENOENT ? FAIL_PATH : FailureFromErrno(errno), "OpenOutPutFile");
         return nullptr;
     }
     // Each write goes to the system at once, so that a program that dies leaves a complete log.

@@ -54,8 +54,9 @@ public:
     virtual std::string Date() = 0;
 
     // --- the user ------------------------------------------------------------------------------------------------
-    /// A modal box. Lines of `words` end in "\n".
-    virtual Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title) = 0;
+    /// A modal box. Lines of `words` end in "\n"; Enter presses the button of the answer `standard`.
+    virtual Answer MsgBox(const std::string& words, Buttons buttons, Icon icon, const std::string& title,
+                          Answer standard) = 0;
     /// Shows a form and returns when it is hidden again.
     virtual void ShowModal(Form& form) = 0;
     /// The chosen path or paths; empty when the user cancelled.

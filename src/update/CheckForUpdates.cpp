@@ -3,14 +3,14 @@
 #include <cstddef>
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Updater.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "update/Replacement.h"
 #include "update/Update.h"
@@ -28,11 +28,11 @@ std::string Escaped(const std::string& words)
 
 void Log(const std::string& words) { WriteUpdatesLog("<br>..." + words + "</br>"); }
 
-void Tell(const std::string& words) { computer->MsgBox(words, Buttons::OK, Icon::None, Title); }
+void Tell(const std::string& words) { computer->MsgBox(words, Buttons::OK, Icon::None, Title, Answer::OK); }
 
 bool Ask(const std::string& words, const std::string& title)
 {
-    return computer->MsgBox(words, Buttons::YesNo, Icon::Question, title) == Answer::Yes;
+    return computer->MsgBox(words, Buttons::YesNo, Icon::Question, title, Answer::Yes) == Answer::Yes;
 }
 
 /// What the check and its events share: a failure is told under their name, but for those that are none.
@@ -104,10 +104,10 @@ void OfferDownload(int newFiles)
 
 void OnCheckDone(int newFiles, int errorCode, const std::string& errorText)
 {
-    const bool unattended = Session.bUpdateCheckRunning;
+    const bool unattended = Session.program.bUpdateCheckRunning;
     Event("WOD_CheckDone", [&] {
         if (errorCode == UPDATE_UNREACHABLE) {
-            if (!unattended) ShowMsgBox(UPDATE_UNREACHABLE, "CheckDone");
+            unattended ? LogMsg(UPDATE_UNREACHABLE, "CheckDone") : void(ShowMsgBox(UPDATE_UNREACHABLE, "CheckDone"));
         } else if (errorCode == UPDATE_RESTARTING) {
             WriteLog("We encountered ErrorCode 30012 in the WOD_CheckDone event.");
         } else if (errorCode != 0) {
@@ -121,7 +121,7 @@ void OnCheckDone(int newFiles, int errorCode, const std::string& errorText)
             Log("No new versions found. Burnline is up-to-date.");
         }
     });
-    Session.bUpdateCheckRunning = false;
+    Session.program.bUpdateCheckRunning = false;
 }
 
 void OnDownloadDone(int errorCode, const std::string& errorText)
@@ -144,7 +144,7 @@ void OnReplaceDone(int errorCode, const std::string& errorText)
     Event("WOD_UpdateDone", [&] {
         if (errorCode == 0) {
             SetSetting(SETTING_REVISION, text::Num(updater->Revision()));
-            computer->MsgBox("Replace successful", Buttons::OK, Icon::None, "Replace files..");
+            computer->MsgBox("Replace successful", Buttons::OK, Icon::None, "Replace files..", Answer::OK);
             Log("File replace successful.");
         } else if (errorCode == UPDATE_RESTARTING) {
             Tell("Update Done.  Restart Burnline.");
@@ -239,7 +239,7 @@ void EndLeftReplacement()
         computer->MsgBox("The update of the last run could not be ended: " + detail +
                              "\n\nPlease close all other programs that use files in " + computer->ProgramDirectory() +
                              ", check its permissions and the room on the disk, then start the Burnline again.",
-                         Buttons::OK, Icon::Exclamation, Title);
+                         Buttons::OK, Icon::Exclamation, Title, Answer::OK);
     }
 }
 
@@ -249,18 +249,18 @@ void CheckForUpdatesAtStart()
     if (IsExitRequested()) return;
     if (!IsSettingTrue(SETTING_AUTO_CHECK) || !IsServerInReach()) return;
     // Until its answer is there: a check that nobody asked for is silent when there is nothing to say.
-    Session.bUpdateCheckRunning = updater != nullptr;
+    Session.program.bUpdateCheckRunning = updater != nullptr;
     CheckForUpdates();
 }
 
 void StopUpdates()
 {
-    Session.bUpdateCheckRunning = false;
+    Session.program.bUpdateCheckRunning = false;
     if (updater) updater->Stop();
 }
 
 void mnuUpdate_ItemCheckForUpdates_Click()
 {
-    Session.bUpdateCheckRunning = false;
+    Session.program.bUpdateCheckRunning = false;
     Guarded("mnuUpdate_ItemCheckForUpdates_Click()", CheckForUpdates);
 }

@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
-#include "frame/Wizard.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
 #include "platform/WholeFile.h"
+#include "session/Wizard.h"
 #include "update/Update.h"
 #include "update/UpdateList.h"
 
@@ -49,7 +49,7 @@ void ImportFiles(const std::vector<std::string>& paths)
     const std::string words = "These files could not be copied to " + computer->ProgramDirectory() + ":\n" + failed +
                               "\n\nThe files that were there before are unchanged. Please check the directory's "
                               "permissions and the room on the disk, then import them again.";
-    computer->MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Update Flash Files");
+    computer->MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Update Flash Files", Answer::OK);
 }
 
 void mnuUpdate_ItemImportFile_Click()

@@ -10,8 +10,5 @@ void CloseChoosers();
 /// Lists the antennas of the configuration file, so that one can be picked by hand.
 void cmdPickAntenna_Click();
 
-/// The session as it was before an antenna was picked by hand; its parameters are saved and restored again.
-void ForgetPickedAntenna();
-
 /// Shows the commands that the user has to enter after a flash without saved parameters, when there are any.
 void ShowPostFlashCmds();

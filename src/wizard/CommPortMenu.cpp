@@ -1,12 +1,13 @@
 // The COM menu: which ports there are, and which one is the antenna's.
 
+#include "display/PortStatus.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
@@ -53,7 +54,7 @@ PortsFound BuildCommPortMenu(bool markCurrent)
     for (int port = 1; port <= lastPort; ++port) {
         const int state = computer->TestCommPort(port);
         if (!IsThere(state)) continue;
-        const bool isCurrent = port == Session.iCommPort;
+        const bool isCurrent = port == Session.link.iCommPort;
         if (isCurrent) found.currentState = state;
         ShowItem(found.nextItem, port, state, isCurrent && markCurrent);
         ++found.nextItem;
@@ -77,67 +78,50 @@ void CheckItem(int index)
 void TakeFirstPort()
 {
     const std::string caption = frmWizard.mnuCommPort_Item[1].Caption;
-    Session.iCommPort = static_cast<std::int16_t>(text::Val(text::Right(caption, 1)));
+    Session.link.iCommPort = static_cast<std::int16_t>(text::Val(text::Right(caption, 1)));
     CheckItem(1);
     InitAndOpenComm();
-    SetSetting(SETTING_COMM_PORT, text::Num(Session.iCommPort));
+    SetSetting(SETTING_COMM_PORT, text::Num(Session.link.iCommPort));
 }
 
 /// Makes a menu item's port the current one, keeps it in the settings and opens it.
 void SelectCommPort(int index)
 {
     const int port = PortOfItem(index);
-    Session.iCommPort = static_cast<std::int16_t>(port == 0 ? 1 : port);
+    Session.link.iCommPort = static_cast<std::int16_t>(port == 0 ? 1 : port);
     CheckItem(index);
-    SetSetting(SETTING_COMM_PORT, text::Num(Session.iCommPort));
-    SetSetting(SETTING_BAUD_RATE, text::Num(Session.lBaudRate));
+    SetSetting(SETTING_COMM_PORT, text::Num(Session.link.iCommPort));
+    SetSetting(SETTING_BAUD_RATE, text::Num(Session.link.lBaudRate));
     frmWizard.lblCommPortStatus.ToolTipText = "";
     InitAndOpenComm();
 }
 
 }  // namespace
 
-void ShowPortStatus(const std::string& words)
-{
-    Control& label = frmWizard.lblCommPortStatus;
-    label.Caption = words;
-    label.Bold = true;
-    label.BackColor = White;
-    label.Enlarged = true;
-    label.Visible = true;
-}
-
-void UncheckCurrentPort()
-{
-    const std::string caption = "COM" + text::Num(Session.iCommPort);
-    for (Control& item : frmWizard.mnuCommPort_Item)
-        if (item.Caption() == caption) item.Value = 0;
-}
-
 void ChooseCommPortAtLoad()
 {
     const PortsFound found = BuildCommPortMenu(true);
     frmWizard.Self.Visible = true;
-    const int port = Session.iCommPort;
+    const int port = Session.link.iCommPort;
 
     if (port != 0 && found.currentState == PORT_IN_USE) {
-        ShowMsgBox(4, "FormLoad");
+        TellPortProblem(4, "FormLoad");
     } else if (port != 0 && found.currentState == PORT_FORBIDDEN) {
-        ShowMsgBox(27, "FormLoad");
+        TellPortProblem(27, "FormLoad");
     } else if (found.nextItem == 1) {
-        ShowMsgBox(21, "FormLoad");
+        TellPortProblem(21, "FormLoad");
     } else if (port == 0) {
         TakeFirstPort();
     } else if (found.currentState == PORT_MISSING) {
-        ShowPortStatus("COM port: COM Port not found (COM" + text::Num(port) + ").");
-        SetNavCmds(14);
+        ShowPortStatus("COM port: COM Port not found (COM" + text::Num(port) + ").", true);
+        SetNavCmds(NAV_BLOCKED);
     } else {
         InitAndOpenComm();
     }
-    if (Session.bPortOpened) WriteLogLine("++>Comm port is: " + text::Num(Session.iCommPort));
+    if (Session.link.bPortOpened) WriteLogLine("++>Comm port is: " + text::Num(Session.link.iCommPort));
 }
 
-void mnuCommPort_Open() { BuildCommPortMenu(Session.iCommID > 0); }
+void mnuCommPort_Open() { BuildCommPortMenu(Session.link.iCommID > 0); }
 
 void mnuCommPort_Item_Click(int index)
 {

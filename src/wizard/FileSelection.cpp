@@ -1,38 +1,15 @@
 // Which board is to be flashed: the options and the two lists of STEP_2.
 
-#include <array>
-
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
-#include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
+#include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
 
 namespace {
-
-constexpr int NoBoard = 22;
-
-constexpr const char* NormalLink = "9600,N,8,1";
-
-struct OtherBoard {
-    bool showPortChoice;
-    const char* link;
-    bool noDelay;  // a fast board: nothing is paced
-};
-
-/// Each entry of cboOtherBoard, behind the empty one.
-constexpr std::array<OtherBoard, 7> otherBoards{{
-    {false, "38400,N,8,1", true},
-    {false, NormalLink, false},
-    {false, NormalLink, false},
-    {false, NormalLink, false},
-    {false, NormalLink, false},
-    {true, NormalLink, false},
-    {true, NormalLink, false},
-}};
 
 /// While it lives the lists change by program, and their handlers keep still.
 struct Busy {
@@ -44,41 +21,21 @@ struct Busy {
 
 bool IsOnIntro() { return frmWizard.iCurrentStep == STEP_INTRO; }
 
-void RestoreTransmitDelay() { SetSetting(SETTING_TRANSMIT_DELAY, GetSetting(SETTING_TRANSMIT_DELAY_ORIGINAL)); }
-
 void ChooseNothing()
 {
-    Session.iBoardType = NoBoard;
+    ChooseBoard(NoBoard);
     ClearOptions(frmWizard.optBoardToFlash);
-    if (!IsOnIntro()) SetNavCmds(15);
+    if (!IsOnIntro()) SetNavCmds(NAV_CHOICE);
 }
 
-/// The board behind an entry of cboBoardToFlash is taken.
-void TakeSingleCableBoard(int index)
+/// The board behind an entry of a list is taken.
+void TakeBoard(int type, int option)
 {
-    ResetFlashConfig();
-    SetLinkSettings(NormalLink);
-    RestoreTransmitDelay();
-    frmWizard.bShowPortChoice = true;
-    Session.iBoardType = BoardTypeOf(index, 0);
-    SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[2]);
+    ChooseBoard(type);
+    SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[option]);
 }
 
-/// The board behind an entry of cboOtherBoard is taken.
-void TakeOtherBoard(int index)
-{
-    const auto at = static_cast<std::size_t>(index - 1);
-    const OtherBoard board = at < otherBoards.size() ? otherBoards[at] : OtherBoard{false, NormalLink, false};
-    ResetFlashConfig();
-    SetLinkSettings(board.link);
-    RestoreTransmitDelay();
-    if (board.noDelay) SetSetting(SETTING_TRANSMIT_DELAY, "0");
-    frmWizard.bShowPortChoice = board.showPortChoice;
-    Session.iBoardType = BoardTypeOf(index, 1);
-    SelectOption(frmWizard.Self, frmWizard.optBoardToFlash[3]);
-}
-
-void ListClicked(const char* name, Control& list, Control& otherList, void (*take)(int))
+void ListClicked(const char* name, Control& list, Control& otherList, unsigned table, int option)
 {
     const int index = list.ListIndex;
     if (frmWizard.bBoardChoiceBusy || index == -1) return;
@@ -88,7 +45,7 @@ void ListClicked(const char* name, Control& list, Control& otherList, void (*tak
         if (index == 0) {
             ChooseNothing();
         } else {
-            take(index);
+            TakeBoard(BoardTypeOf(index, table), option);
         }
     });
 }
@@ -101,28 +58,24 @@ void ListOptionClicked(Control& list)
         list.Click();
         return;
     }
-    Session.iBoardType = NoBoard;
+    ChooseBoard(NoBoard);
     SetNavCmds(STEP_2);
 }
 
 void IdentifiedBoardClicked(int type)
 {
-    Session.iBoardType = type;
+    ChooseBoard(type);
     if (IsOnIntro()) return;
     const Busy busy;
     frmWizard.cboBoardToFlash.Select(0);
     frmWizard.cboOtherBoard.Select(0);
-    RestoreTransmitDelay();
 }
 
 void OptionClicked(int index)
 {
-    ResetFlashConfig();
     if (!frmWizard.bBoardChoiceBusy) {
-        frmWizard.bShowPortChoice = false;
-        Session.lBaudRate = 9600;
+        Session.link.lBaudRate = 9600;
         SetSetting(SETTING_BAUD_RATE, "9600");
-        SetLinkSettings(NormalLink);
         if (index == 2) return ListOptionClicked(frmWizard.cboBoardToFlash);
         if (index == 3) return ListOptionClicked(frmWizard.cboOtherBoard);
     }
@@ -132,14 +85,21 @@ void OptionClicked(int index)
 
 }  // namespace
 
+void ChooseBoard(int boardType)
+{
+    Session.choice = {.iBoardType = boardType};
+    Session.reading = {};
+    if (!IsOnIntro()) SetLinkSettings(BoardOf(boardType).link);
+}
+
 void cboBoardToFlash_Click()
 {
-    ListClicked("cboBoardToFlash_Click", frmWizard.cboBoardToFlash, frmWizard.cboOtherBoard, TakeSingleCableBoard);
+    ListClicked("cboBoardToFlash_Click", frmWizard.cboBoardToFlash, frmWizard.cboOtherBoard, 0, 2);
 }
 
 void cboOtherBoard_Click()
 {
-    ListClicked("cboOtherBoard_Click", frmWizard.cboOtherBoard, frmWizard.cboBoardToFlash, TakeOtherBoard);
+    ListClicked("cboOtherBoard_Click", frmWizard.cboOtherBoard, frmWizard.cboBoardToFlash, 1, 3);
 }
 
 void optBoardToFlash_Click(int index)

@@ -1,17 +1,16 @@
 // Another flash file than the one that was found: the button of STEP_4 and its dialog.
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <utility>
 
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
@@ -25,24 +24,14 @@ SelectFlashFileForm& dialog = frmSelectFlashFileDialog;
 /// The boot area's file goes with others; it is never a board's own.
 constexpr const char* BootAreaFile = "DVBDSS.HEX";
 
+const std::string& FileInPlan() { return Session.plan->stages.front().sFlashFile; }
+
 std::string ChosenFile()
 {
     if (!dialog.sBrowsedFile.empty()) return std::exchange(dialog.sBrowsedFile, {});
     const std::vector<std::string>& files = dialog.cboChooseFile.List;
     const int index = dialog.cboChooseFile.ListIndex;
     return index >= 0 && index < static_cast<int>(files.size()) ? files[static_cast<std::size_t>(index)] : "";
-}
-
-void ShowChosenFile()
-{
-    constexpr std::array twoFiles{1, 4, 11, 20};
-    const int type = Session.iBoardType;
-    if (std::find(twoFiles.begin(), twoFiles.end(), type) != twoFiles.end()) {
-        Session.sFlashFileName = BootAreaFile;
-        frmWizard.lblFlashFile.Caption = "Files to Flash are: " + Session.sFlashFile + ", " + Session.sFlashFileName;
-    } else if (type >= 0 && type <= 21) {
-        frmWizard.lblFlashFile.Caption = "File to Flash is: " + Session.sFlashFile;
-    }
 }
 
 void HideDialog()
@@ -68,16 +57,24 @@ void BrowseForFile()
         computer->OpenDialog({"Select Flash File", "Flash Files (*.HEX, *.S19)|*.hex;*.s19|All Files (*.*)|*.*",
                               computer->ProgramDirectory(), ""});
     if (chosen.empty()) return;
-    dialog.sBrowsedFile = NameOf(chosen.front());
+    dialog.sBrowsedFile = chosen.front();
     frmSelectFlashFileDialog_cmdOK_Click();
 }
 
 }  // namespace
 
+void TakeFlashFile(const std::string& path)
+{
+    PlanAnswers answers = Session.plan->answers;
+    answers.flashFile = NameOf(path);
+    MakePlan(answers);
+    WriteLogLine("++>Flash file selected by user: " + *answers.flashFile);
+}
+
 void cmdOverrideFile_Click()
 {
     if (dialog.Self.Visible) frmSelectFlashFileDialog_cmdCancel_Click();
-    const std::vector<std::string> family = FamilyFiles(PathOf(Session.sFlashFile).filename().string());
+    const std::vector<std::string> family = FamilyFiles(PathOf(FileInPlan()).filename().string());
     if (family.size() < 2) {
         ShowMsgBox(13, "");
         return;
@@ -98,9 +95,7 @@ void frmSelectFlashFileDialog_cmdOK_Click()
         frmSelectFlashFileDialog_cmdCancel_Click();
         return;
     }
-    Session.sFlashFile = file;
-    ShowChosenFile();
-    WriteLogLine("++>Flash file selected by user: " + file);
+    TakeFlashFile(file);
     HideDialog();
 }
 

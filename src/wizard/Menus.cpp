@@ -3,10 +3,11 @@
 #include <filesystem>
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
+#include "link/Mode.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "update/Update.h"
 #include "wizard/Handlers.h"
 #include "wizard/frmWizard_Events.h"
@@ -27,14 +28,14 @@ Place FreePlace(const std::string& name)
     if (!fs::exists(path, error)) return Place::Free;
     const bool isFile = fs::is_regular_file(path, error);
     if (isFile) {
-        const Answer answer =
-            computer->MsgBox("Replace existing file - " + name, Buttons::YesNoCancel, Icon::Question, SaveTitle);
+        const Answer answer = computer->MsgBox("Replace existing file - " + name, Buttons::YesNoCancel, Icon::Question,
+                                               SaveTitle, Answer::No);
         if (answer == Answer::No) return Place::TryAnother;
         if (answer != Answer::Yes) return Place::GiveUp;
         if (fs::remove(path, error)) return Place::Free;
     }
     computer->MsgBox("This file can't be replaced - " + name + "\n\nPlease choose another name.", Buttons::OK,
-                     Icon::Exclamation, SaveTitle);
+                     Icon::Exclamation, SaveTitle, Answer::OK);
     return Place::TryAnother;
 }
 
@@ -43,24 +44,6 @@ bool IsTheLog(const std::string& name)
 {
     std::error_code ignored;
     return fs::equivalent(PathOf(name), ProgramFile("BNL.LOG"), ignored);
-}
-
-/// From the pre-flash commands to the last restored parameter.
-bool IsFlashing()
-{
-    switch (Session.iCommMode) {
-    case STATE_NONE:
-    case STATE_SHUTDOWN:
-    case STATE_GET_VERSIONS:
-    case STATE_IDLE:
-    case STATE_UNUSED:
-    case STATE_SAT_LIST_A:
-    case STATE_SAT_LIST_B:
-    case STATE_SCRIPT:
-    case STATE_FPGA_REV:
-    case STATE_BAPI_REV: return false;
-    default: return true;
-    }
 }
 
 /// Ctrl with an arrow key moves the antenna while the buttons that do it are in front. True when it did.
@@ -87,7 +70,7 @@ bool MoveAntenna(int key)
 
 void mnuFile_ItemSaveLogFile_Click()
 {
-    Session.sSavedLogName.clear();
+    Session.program.sSavedLogName.clear();
     const FileDialog dialog{SaveTitle, "Log Files (*.LOG)|*.log|All Files (*.*)|*.*", computer->ProgramDirectory(),
                             "BNL.LOG"};
     for (;;) {
@@ -96,7 +79,7 @@ void mnuFile_ItemSaveLogFile_Click()
         const Place place = FreePlace(*name);
         if (place == Place::GiveUp) return;
         if (place == Place::TryAnother) continue;
-        Session.sSavedLogName = *name;
+        Session.program.sSavedLogName = *name;
         return;
     }
 }

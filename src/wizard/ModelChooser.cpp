@@ -5,9 +5,9 @@
 
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "platform/Computer.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
@@ -37,7 +37,7 @@ void ShowModels(CheckAntennasForm& form, bool marine)
     const auto source = marine ? form.Lists.marine : form.Lists.landMobile;
     int shown = 0;
     if (source != nullptr) {
-        for (const CompatEntry& entry : Session.*source) {
+        for (const CompatEntry& entry : (*Session.config).*source) {
             if (entry.AntennaModel.empty()) break;
             if (shown == options.size()) options.Load("");
             Control& option = options[shown++];
@@ -61,37 +61,21 @@ void NoneOfTheseClicked(CheckAntennasForm& form)
     ClearOptions(form.optMarine);
 }
 
-void TakeSelected(ControlArray& options)
+std::string FileOfSelected(ControlArray& options)
 {
-    for (Control& option : options) {
-        if (option.Value != 1) continue;
-        Session.bCompatFlashChosen = true;
-        Session.sCompatFlashFile = option.Tag;
-        return;
-    }
+    for (Control& option : options)
+        if (option.Value == 1) return option.Tag;
+    return {};
 }
 
 void ModelChosen(CheckAntennasForm& form)
 {
-    Session.sCompatFlashFile.clear();
-    Session.bCompatFlashChosen = false;
+    form.sChosenFile.clear();
     if (form.chkNoneOfThese.Value != 1) {
-        TakeSelected(form.optLM);
-        if (Session.sCompatFlashFile.empty()) TakeSelected(form.optMarine);
+        form.sChosenFile = FileOfSelected(form.optLM);
+        if (form.sChosenFile.empty()) form.sChosenFile = FileOfSelected(form.optMarine);
     }
     form.Self.Visible = false;
-}
-
-void LibraryOptionClicked(int index)
-{
-    Session.sFlashFile = index == 0 ? "F61293A.HEX" : "F61236A.HEX";
-    frmCheckJarlForGLTV.cmdOK.Enabled = true;
-}
-
-void LibraryAnswered()
-{
-    Session.bUpgradeToGLTV = frmCheckJarlForGLTV.optGLTV[0].Value == 1;
-    frmCheckJarlForGLTV.Self.Visible = false;
 }
 
 }  // namespace
@@ -104,25 +88,26 @@ void ConnectModelChoosers()
     }
     CheckJarlForm& jarl = frmCheckJarlForGLTV;
     for (int index = 0; index < jarl.optGLTV.size(); ++index)
-        jarl.optGLTV[index].Click = [index] { LibraryOptionClicked(index); };
-    jarl.cmdOK.Click = LibraryAnswered;
+        jarl.optGLTV[index].Click = [] { frmCheckJarlForGLTV.cmdOK.Enabled = true; };
+    jarl.cmdOK.Click = [] { frmCheckJarlForGLTV.Self.Visible = false; };
 }
 
-bool AskForModel(ModelList list)
+std::string AskForModel(ModelList list)
 {
     CheckAntennasForm& form = FormOf(list);
     ShowModels(form, false);
     ShowModels(form, true);
     form.chkNoneOfThese.Value = 0;
     form.cmdOK.Enabled = false;
-    Session.bCompatFlashChosen = false;
+    form.sChosenFile.clear();
     computer->ShowModal(form.Self);
-    return Session.bCompatFlashChosen;
+    return form.sChosenFile;
 }
 
-void AskForLibraryUpgrade()
+bool AskForLibraryUpgrade()
 {
     ClearOptions(frmCheckJarlForGLTV.optGLTV);
     frmCheckJarlForGLTV.cmdOK.Enabled = false;
     computer->ShowModal(frmCheckJarlForGLTV.Self);
+    return frmCheckJarlForGLTV.optGLTV[0].Value == 1;
 }

@@ -1,43 +1,24 @@
 // The way out: the ordered end of the program, and the window's close button.
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
+#include "link/Mode.h"
 #include "link/SerialPortIO.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "wizard/frmWizard_Events.h"
 
 namespace {
 
 /// The flash is done and the antenna's parameters aren't back yet.
-bool AreParamsOut()
-{
-    const bool isWaiting = Session.iCommMode == STATE_POSTFLASH || Session.iCommMode == STATE_WAIT_PORT_BACK;
-    return isWaiting && Session.iFlashPhase == FLASH_FINISHED;
-}
+bool AreParamsOut() { return PhaseNow() == Phase::Restoring && Session.flash.iFlashPhase == FLASH_FINISHED; }
 
 /// The antenna's software is erased or being written.
-bool IsFlashUnderWay()
-{
-    switch (Session.iCommMode) {
-    case STATE_WAIT_ERASE:
-    case STATE_SEND_BLOCKS:
-    case STATE_SEND_LINES:
-    case STATE_RF_BOOT_BLOCKS:
-    case STATE_BOOT_UPGRADE:
-    case STATE_SEND_RF7: return true;
-    default: return false;
-    }
-}
+bool IsFlashUnderWay() { return PhaseNow() == Phase::Erasing || PhaseNow() == Phase::Writing; }
 
-bool UserAgrees(const char* origin)
-{
-    Session.bOKToClose = false;
-    ShowMsgBox(23, origin);
-    return Session.bOKToClose;
-}
+bool UserAgrees(const char* origin) { return ShowMsgBox(23, origin) == Answer::OK; }
 
 std::string ClosingLine(int reason)
 {
@@ -53,7 +34,7 @@ std::string ClosingLine(int reason)
 
 void CloseLogs()
 {
-    const std::string& copy = Session.sSavedLogName;
+    const std::string& copy = Session.program.sSavedLogName;
     if (copy.empty()) {
         CloseLog();
         return;
@@ -61,7 +42,7 @@ void CloseLogs()
     if (CloseLogAndCopyTo(copy)) return;
     computer->MsgBox("The log could not be saved as " + copy + ".\n\nIt is kept as " + ProgramFile("BNL.LOG").string() +
                          "; the next start of the program renames it to BNLBAK.LOG.",
-                     Buttons::OK, Icon::Exclamation, "Burnline Assistant - Save Log File");
+                     Buttons::OK, Icon::Exclamation, "Burnline Assistant - Save Log File", Answer::OK);
 }
 
 }  // namespace
@@ -90,4 +71,4 @@ void Form_QueryUnload()
     CleanUpForShutdown(1);
 }
 
-bool Form_Unload() { return Session.bOKToClose || IsExitRequested(); }
+bool Form_Unload() { return IsExitRequested(); }

@@ -4,15 +4,16 @@
 
 #include "display/Display.h"
 #include "flash/FlashMainboard.h"
-#include "flash/FlashRFBoard.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
-#include "frame/Round.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
+#include "link/Mode.h"
+#include "link/SerialPortIO.h"
 #include "platform/ProgramFiles.h"
+#include "session/Round.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "update/Update.h"
 #include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
@@ -22,11 +23,7 @@ namespace {
 
 bool versionWaitRuns = false;
 
-bool IsReadingVersions()
-{
-    return Session.iCommMode == STATE_GET_VERSIONS || Session.iCommMode == STATE_FPGA_REV ||
-           Session.iCommMode == STATE_BAPI_REV;
-}
+bool IsReadingVersions() { return PhaseNow() == Phase::Reading; }
 
 /// Runs the main round until the versions are there. The user may go back and come again meanwhile; the rounds of the
 /// first wait serve the new reading too, so that waits never pile up.
@@ -47,26 +44,40 @@ void LockMenus(bool locked)
     frmWizard.mnuUpdate.Enabled = !locked;
 }
 
+/// The configuration as it stands on the disk now.
+void LoadConfig()
+{
+    std::optional<FlashConfig> config = ReadFlashConfig();
+    if (!config) ShowMsgBox(1, "SetStep");
+    Session.config = config ? std::move(*config) : FlashConfig{};
+    const GroupConfig& group = GroupOf(*Session.config, Session.choice.iBoardType);
+    if (group.problem) throw *group.problem;
+}
+
+/// The board that the options show, when nothing else was chosen.
+int ChosenBoard()
+{
+    if (Session.choice.iBoardType != NoBoard) return Session.choice.iBoardType;
+    for (const int option : {0, 1})
+        if (frmWizard.optBoardToFlash[option].Value == 1) return option;
+    return NoBoard;
+}
+
 void EnterStep3()
 {
-    if (Session.iBoardType == 22) {
-        if (frmWizard.optBoardToFlash[0].Value == 1) Session.iBoardType = 0;
-        if (frmWizard.optBoardToFlash[1].Value == 1) Session.iBoardType = 1;
-    }
-    Guarded("SetStep", [] {
-        if (ReadFlashConfig() == 1) ShowMsgBox(1, "SetStep");
-    });
+    ChooseBoard(ChosenBoard());
+    const Board& board = BoardOf(Session.choice.iBoardType);
+    Guarded("SetStep", LoadConfig);
     if (IsExitRequested()) return;
-    SetNavCmds(frmWizard.bShowPortChoice ? 15 : 11);
+    SetNavCmds(board.choosesPort ? NAV_CHOICE : NAV_CHOSEN);
     for (Control* control : {&frmWizard.lblPortSelect, &frmWizard.optSerial, &frmWizard.optUSB})
-        control->Visible = frmWizard.bShowPortChoice;
+        control->Visible = board.choosesPort;
     frmWizard.optSerial.Value = 0;
     frmWizard.optUSB.Value = 0;
-    Session.iCalGyroTries = 0;
     frmWizard.lblStep[3].Visible = true;
     UpdateVersionsDisplay(7);
-    if (HasVersions(Session.iBoardType)) {
-        if (!Session.bSkipParams) InitAntennaInfoVars();
+    if (HasVersions(board.type)) {
+        InitAntennaInfoVars();
         WaitForVersions();
     }
     // A click during the wait may have led on to a step that keeps the menus locked.
@@ -78,45 +89,65 @@ void EnterStep4()
     // From here to the end of the flash neither the port nor the files may change.
     LockMenus(true);
     StopUpdates();
-    Guarded("SetStep", ResolveBoard);
+    Guarded("SetStep", PlanFlash);
+}
+
+/// What an earlier flash has left on the form.
+void ClearFlashForms()
+{
+    frmWizard.txtStatus.Text = "";
+    frmWizard.txtParamsSent.Text = "";
+    ShowProgress(0);
+    for (ControlArray* figures :
+         {&frmWizard.lblTimeLeft, &frmWizard.lblBytesSent, &frmWizard.lblRetries, &frmWizard.lblTotalRetries})
+        (*figures)[1].Caption = "";
+    for (Control& banner : frmWizard.lblFlashStatus) banner.Visible = false;
+    for (Control* label : {&frmWizard.lblWaiting1, &frmWizard.lblWaiting2, &frmWizard.lblWaiting_SecondsLeft})
+        label->Visible = false;
+    frmWizard.lblStep[6].Caption = "Please Restart the Antenna";
+    frmWizard.chkShowFinishCmd.Value = 0;
 }
 
 void EnterStep5()
 {
-    Session.iCalGyroTries = 0;
+    ClearFlashForms();
     frmWizard.lblStep[5].Caption = "Updating Software";
-    if (Session.iRF7Stage == 2) InitRF7FPGAFlash();
-    if (Session.iRF7Stage == 3) InitBAPIFlash();
     StartFlash();
     // Nothing was started: the file is missing or corrupt. The antenna is untouched, and another file can be chosen.
-    if (Session.iCommMode == STATE_IDLE) frmWizard.cmdNav[1].Enabled = true;
+    if (Session.link.iCommMode == STATE_IDLE)
+        frmWizard.cmdNav[1].Enabled = true;
+    else
+        RaisePriority();
 }
 
 void EnterStep6()
 {
-    if (!Session.bSkipParams) {
-        Session.iCalGyroTries = 0;
-        BuildUploadList();
-    }
-    frmWizard.bRestartPromptDone = true;
+    if (!Session.flash.bSkipParams) Session.restore.sPostflashCmds = BuildUploadList();
 }
 
 void EnterStepFinished()
 {
-    frmWizard.lblLogFileInfo.Caption = Session.sSavedLogName.empty()
+    const std::string& copy = Session.program.sSavedLogName;
+    frmWizard.lblLogFileInfo.Caption = copy.empty()
                                            ? "Default log file of all actions is: " + ProgramFile("BNL.LOG").string()
-                                           : "Log file of all actions is: " + Session.sSavedLogName;
-    if (!Session.bSkipParams) {
+                                           : "Log file of all actions is: " + copy;
+    constexpr const char* another = " To update another board now, click Update another board.";
+    if (!Session.flash.bSkipParams) {
         frmWizard.lblPickAntennaInfo.Caption =
-            "Software updated successfully. You can continue communicating with the antenna in the Orbimaster Antenna "
-            "Comms window. Choose Finish to exit the program. To update additional software, choose Finish and then "
-            "restart the Burnline Assistant.";
+            std::string(
+                "Software updated successfully. You can continue communicating with the antenna in the Orbimaster "
+                "Antenna Comms window. Choose Finish to exit the program. To update additional software, choose "
+                "Finish and then restart the Burnline Assistant.") +
+            another;
         return;
     }
     frmWizard.cmdNav[3].Enabled = true;
     frmWizard.lblPickAntennaInfo.Caption =
-        "Software updated successfully. RESTART the antenna now. After restart, you may set parameters manually in the "
-        "Orbimaster Antenna Comms window. Click Finish button to exit the Wizard and Orbimaster Antenna Comms window.";
+        std::string(
+            "Software updated successfully. RESTART the antenna now. After restart, you may set parameters manually in "
+            "the Orbimaster Antenna Comms window. Click Finish button to exit the Wizard and Orbimaster Antenna Comms "
+            "window.") +
+        another;
     ShowPostFlashCmds();
 }
 
@@ -126,31 +157,19 @@ void (*const enterStep[])() = {EnableCmdEntry, EnableCmdEntry, EnableCmdEntry, E
 
 void Back()
 {
-    const int step = frmWizard.iCurrentStep;
-    if (step >= STEP_1 && step <= STEP_4) ForgetPickedAntenna();
-    if (step == STEP_3) {
-        Session.bUSBLink = false;
-        if (Session.iBoardType == 21) Session.iBoardType = 1;
-        if (IsReadingVersions()) {  // nobody waits for the answer any more
-            Session.iCommMode = STATE_IDLE;
-            Session.iWaitTicks = 2;
-        }
+    if (IsReadingVersions()) {  // nobody waits for the answer any more
+        Session.link.iCommMode = STATE_IDLE;
+        Session.link.iWaitTicks = 2;
     }
-    SetStep(std::max(step - 1, STEP_DIAGNOSTICS));
+    SetStep(std::max(frmWizard.iCurrentStep - 1, STEP_DIAGNOSTICS));
 }
 
 void Next()
 {
     const int step = frmWizard.iCurrentStep;
-    int target = step + 1;
-    if (step == STEP_2 && Session.iBoardType != 0 && Session.iBoardType != 1) {
-        frmWizard.cmdRetryGetVersions.Visible = false;
-        frmWizard.cmdPickAntenna.Visible = false;
-    }
     // Without saved parameters there is nothing to upload after the restart.
-    if (step == STEP_5 && Session.bSkipParams) target = STEP_FINISHED;
-    if (step == STEP_6 && !frmWizard.bRestartPromptDone) target = STEP_6;
-    SetStep(std::min(target, STEP_FINISHED));
+    const bool skips = step == STEP_5 && Session.flash.bSkipParams;
+    SetStep(skips ? STEP_FINISHED : std::min(step + 1, STEP_FINISHED));
 }
 
 }  // namespace
@@ -160,8 +179,6 @@ void SetStep(int step)
     // A file offered for one board must not reach another.
     if (frmSelectFlashFileDialog.Self.Visible) frmSelectFlashFileDialog_cmdCancel_Click();
     CloseChoosers();
-    // Where a board is chosen afresh, an antenna that was picked for another one must not stay in use.
-    if (step <= STEP_2) ForgetPickedAntenna();
     for (int index = 0; index < frmWizard.fraStep.size(); ++index) frmWizard.fraStep[index].Visible = index == step;
     frmWizard.Self.Caption = "QEL Burnline Assistant";
     SetNavCmds(step);
@@ -179,29 +196,23 @@ void cmdNav_Click(int index)
     }
 }
 
-void SkipParameters() { Session.bSkipParams = true; }
-
 void InitAntennaInfoVars()
 {
-    Session.iPreflashCmdIdx = Session.iPostflashCmdIdx = 0;
-    Session.iCommonPreflashMainIdx = Session.iCommonPreflashRFIdx = 0;
-    Session.iCapturedParamCount = 0;
-    Session.iFlashPhase = FLASH_RUNNING;
+    Session.reading = {};
+    Session.link.sCmdQueueText.clear();  // it was meant for what was asked before
     ClearCommBuffers();
-    Session.sMainVersion.clear();
-    Session.sRFVersion.clear();
     for (Control* button : {&frmWizard.cmdRetryGetVersions, &frmWizard.cmdPickAntenna}) {
         button->Enabled = false;
         button->Visible = false;
     }
-    Session.iCommMode = STATE_GET_VERSIONS;
-    Session.iWaitTicks = 10;
+    Session.link.iCommMode = STATE_GET_VERSIONS;
+    Session.link.iWaitTicks = 10;
 }
 
 void cmdRetryGetVersions_Click()
 {
     CloseChoosers();
-    ForgetPickedAntenna();
+    ChooseBoard(Session.choice.iBoardType);
     SetNavCmds(STEP_3);
     UpdateVersionsDisplay(7);
     InitAntennaInfoVars();
@@ -211,16 +222,22 @@ void optSerial_Click()
 {
     frmWizard.optSerial.Value = 1;
     frmWizard.optUSB.Value = 0;
-    Session.bUSBLink = false;
-    SetNavCmds(11);
+    Session.choice.bUSBLink = false;
+    SetNavCmds(NAV_CHOSEN);
 }
 
 void optUSB_Click()
 {
     frmWizard.optUSB.Value = 1;
     frmWizard.optSerial.Value = 0;
-    Session.bUSBLink = true;
-    SetNavCmds(11);
+    Session.choice.bUSBLink = true;
+    SetNavCmds(NAV_CHOSEN);
 }
 
 void chkShowFinishCmd_Click() { frmWizard.cmdNav[3].Enabled = frmWizard.chkShowFinishCmd.Value == 1; }
+
+void cmdAnotherBoard_Click()
+{
+    LockMenus(false);
+    SetStep(STEP_1);
+}

@@ -5,7 +5,7 @@
 
 #include "display/Display.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
+#include "session/Session.h"
 #include "text/Text.h"
 #include "wizard/Handlers.h"
 
@@ -43,9 +43,9 @@ bool txtSendCmd_KeyPress(int key)
     constexpr int Enter = 13;
     if (key != Enter) return false;
     // While the link is busy the text stays in the box, and a later Enter sends it.
-    if (Session.iCommMode != STATE_IDLE) return true;
-    Session.sCmdQueueText += frmWizard.txtSendCmd.Text() + std::string(text::CrLf);
-    Session.iWaitTicks = 2;
+    if (Session.link.iCommMode != STATE_IDLE) return true;
+    Session.link.sCmdQueueText += frmWizard.txtSendCmd.Text() + std::string(text::CrLf);
+    Session.link.iWaitTicks = 2;
     Remember(frmWizard.txtSendCmd.Text);
     frmWizard.txtSendCmd.Text = "";
     return true;

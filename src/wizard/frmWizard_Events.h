@@ -2,6 +2,8 @@
 // The events of the main form and of its dialogs. Each control's Click and KeyPress is set by ConnectForms; what has no
 // control of its own is called by name.
 
+#include <string>
+
 /// Gives every control its handler; called once, before the form is loaded.
 void ConnectForms();
 
@@ -29,6 +31,9 @@ void optBoardToFlash_Click(int index);
 void cboBoardToFlash_Click();
 void cboOtherBoard_Click();
 void cmdOverrideFile_Click();
+
+/// On STEP_4: the board is flashed with this file; one of the program's directory goes by its name alone.
+void TakeFlashFile(const std::string& path);
 
 /// On STEP_4: the flash that Next starts neither reads the antenna's parameters nor restores them.
 void SkipParameters();

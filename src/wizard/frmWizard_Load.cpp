@@ -8,12 +8,12 @@
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "update/Update.h"
 #include "wizard/Choosers.h"
@@ -76,38 +76,12 @@ void ConnectSteps()
     frmWizard.optUSB.Click = optUSB_Click;
     frmWizard.cmdOverrideFile.Click = cmdOverrideFile_Click;
     frmWizard.chkShowFinishCmd.Click = chkShowFinishCmd_Click;
+    frmWizard.cmdAnotherBoard.Click = cmdAnotherBoard_Click;
     frmSelectFlashFileDialog.cmdOK.Click = frmSelectFlashFileDialog_cmdOK_Click;
     frmSelectFlashFileDialog.cmdCancel.Click = frmSelectFlashFileDialog_cmdCancel_Click;
 }
 
 }  // namespace
-
-void InitSessionVars()
-{
-    Session.iBoardType = 0;
-    Session.sBoardSignOn.clear();
-    Session.sFlashCmd.clear();
-    Session.sFlashFile.clear();
-    Session.sFlashFileName.clear();
-    Session.iLinePauseTicks = 0;
-    Session.bUpgradeBootloader = true;
-    Session.sFPGARev = "0";
-    Session.sBAPIRev = "0";
-    Session.iCommID = 0;
-    Session.bPortOpened = false;
-    Session.bUSBLink = false;
-    Session.bSkipParams = false;
-    frmWizard.chkShowFinishCmd.Value = 0;
-    Session.bRFBootPhase = false;
-    Session.bSatInstallFound = false;
-    Session.iAntennaIdx = 0;
-    Session.bAntennaInitDone = false;
-    Session.iDelayTicks = 0;
-    Session.iCommMode = STATE_IDLE;
-    Session.iWaitTicks = 2;
-    Session.dFlashStart = computer->Seconds();
-    Session.iRF7Stage = 0;
-}
 
 void ConnectForms()
 {
@@ -133,15 +107,15 @@ void ConnectForms()
 void FormLoad()
 {
     InitSessionVars();
-    frmWizard.bRestartPromptDone = false;
+    frmWizard.chkShowFinishCmd.Value = 0;
     HideUntilWanted();
     SetStep(STEP_INTRO);
     StartTimers();
     OpenLogs();
     if (IsExitRequested()) return;  // nothing can be kept in this directory, and the user has read it
 
-    Session.iCommPort = static_cast<std::int16_t>(SettingNumber(SETTING_COMM_PORT, 32767));
-    Session.lBaudRate = SettingNumber(SETTING_BAUD_RATE, 4'000'000);
+    Session.link.iCommPort = static_cast<std::int16_t>(SettingNumber(SETTING_COMM_PORT, 32767));
+    Session.link.lBaudRate = SettingNumber(SETTING_BAUD_RATE, 4'000'000);
     if (!IsUpdatesLogOpen()) {
         OpenUpdatesLog();
         CloseUpdatesLog();
@@ -162,9 +136,9 @@ void FormLoad()
     frmWizard.lblStep[7].Caption = "Finished!";
 }
 
-void Timer1_Timer() { Session.bTickPending = true; }
+void Timer1_Timer() { Session.program.bTickPending = true; }
 
 void Timer2_Timer()
 {
-    if (Session.iDelayTicks > 0) --Session.iDelayTicks;
+    if (Session.link.iDelayTicks > 0) --Session.link.iDelayTicks;
 }

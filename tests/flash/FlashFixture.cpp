@@ -1,5 +1,6 @@
 #include "tests/flash/FlashFixture.h"
 
+#include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "tests/flash/FlashFiles.h"
 #include "text/Text.h"
@@ -19,6 +20,16 @@ constexpr Choice choices[] = {{0, 0, 0},   {1, 1, 0},   {2, 2, 1},  {3, 2, 2},  
                               {18, 3, 2},  {19, 3, 4},  {20, 1, 1}, {21, 1, 1}};
 
 }  // namespace
+
+void PressBoard(int board)
+{
+    for (const Choice& choice : choices) {
+        if (choice.type != board) continue;
+        if (choice.option < 2) PressOption(frmWizard.Self, frmWizard.optBoardToFlash[choice.option]);
+        if (choice.option == 2) Choose(frmWizard.cboBoardToFlash, choice.entry);
+        if (choice.option == 3) Choose(frmWizard.cboOtherBoard, choice.entry);
+    }
+}
 
 void FlashFixture::Start(int boardType, const std::string& unit, int lines)
 {
@@ -50,35 +61,25 @@ bool FlashFixture::Next(double seconds)
     return Press(frmWizard.cmdNav[2]);
 }
 
-void FlashFixture::PressBoard()
-{
-    for (const Choice& choice : choices) {
-        if (choice.type != board) continue;
-        if (choice.option < 2) PressOption(frmWizard.Self, frmWizard.optBoardToFlash[choice.option]);
-        if (choice.option == 2) Choose(frmWizard.cboBoardToFlash, choice.entry);
-        if (choice.option == 3) Choose(frmWizard.cboOtherBoard, choice.entry);
-    }
-}
-
 void FlashFixture::GoToFlash()
 {
     ASSERT_TRUE(Next()) << "STEP_INTRO";
     ASSERT_TRUE(Next()) << "STEP_1";
-    PressBoard();
-    ASSERT_EQ(board >= 20 ? 1 : board, Session.iBoardType);
+    PressBoard(board);
+    ASSERT_EQ(board >= 20 ? 1 : board, Session.choice.iBoardType);
     ASSERT_TRUE(Next()) << "STEP_2";
-    if (frmWizard.bShowPortChoice) {
+    if (BoardOf(board).choosesPort) {
         ASSERT_TRUE(Press(frmWizard.optSerial));
     }
     ASSERT_TRUE(Next()) << "STEP_3: " << frmWizard.lblBoardVersion.Caption();
-    ASSERT_FALSE(Session.sFlashFile.empty());
+    ASSERT_FALSE(Session.plan->stages.front().sFlashFile.empty());
     parametersBefore = Preserved();
     ASSERT_TRUE(Next()) << "STEP_4";
 }
 
 std::vector<std::pair<std::string, std::string>> FlashFixture::Preserved()
 {
-    const AntennaRecord& row = Session.AntennaTable.at(static_cast<std::size_t>(Session.iAntennaIdx));
+    const AntennaRecord& row = Session.plan->row;
     std::vector<std::pair<std::string, std::string>> kept;
     for (const auto& held : pc.antenna().Held().All()) {
         const std::string word = text::Split(held.first, ",").front();
@@ -94,11 +95,11 @@ std::vector<std::pair<std::string, std::string>> FlashFixture::Preserved()
 bool FlashFixture::FlashRuns(double seconds)
 {
     const double end = pc.now + seconds;
-    while (pc.now < end && !Session.bExitRequested) {
-        if (Session.iFlashPhase == FLASH_FINISHED) return true;
+    while (pc.now < end && !Session.program.bExitRequested) {
+        if (Session.flash.iFlashPhase == FLASH_FINISHED) return true;
         const std::string& banner = frmWizard.lblFlashStatus[0].Caption;
         const bool asked = frmWizard.lblFlashStatus[0].Visible && text::Holds(banner, "cycle power");
-        if (asked && Session.iCommMode == STATE_WAIT_RESET && pc.now > poweredAt_ + 20) {
+        if (asked && Session.link.iCommMode == STATE_WAIT_RESET && pc.now > poweredAt_ + 20) {
             pc.RunFor(1);  // nobody is quicker than that
             pc.SetPower(false);
             pc.RunFor(2);
@@ -107,7 +108,7 @@ bool FlashFixture::FlashRuns(double seconds)
         }
         pc.RunFor(0.5);
     }
-    return Session.iFlashPhase == FLASH_FINISHED;
+    return Session.flash.iFlashPhase == FLASH_FINISHED;
 }
 
 void FlashFixture::Finish()
@@ -131,7 +132,7 @@ bool FlashFixture::StatusSays(const std::string& words) const { return text::Hol
 
 void FlashFixture::ExpectMemoryEqualsFile()
 {
-    const std::string expected = Judged(pc.directory / Session.sFlashFile, "-Intel");
+    const std::string expected = Judged(pc.directory / Session.plan->stages.front().sFlashFile, "-Intel");
     const auto image = pc.antenna().Flash().Image();
     ASSERT_FALSE(expected.empty());
     EXPECT_TRUE(expected == std::string(image.begin(), image.end()));

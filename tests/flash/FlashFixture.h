@@ -8,8 +8,11 @@
 #include <vector>
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
+#include "session/Session.h"
 #include "tests/VirtualComputer.h"
+
+/// On STEP_2: the option or the entry that stands for a type of board.
+void PressBoard(int board);
 
 class FlashFixture : public testing::Test {
 protected:
@@ -42,6 +45,5 @@ protected:
     std::vector<std::pair<std::string, std::string>> parametersBefore;
 
 private:
-    void PressBoard();
     double poweredAt_ = -1e9;
 };

@@ -5,8 +5,8 @@
 
 #include "flash/FlashRFBoard.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "persistence/Logs.h"
+#include "session/Session.h"
 #include "tests/VirtualComputer.h"
 #include "tests/flash/FlashFiles.h"
 #include "text/Text.h"
@@ -15,11 +15,7 @@ namespace {
 
 class ImageFiles : public testing::Test {
 protected:
-    ImageFiles()
-    {
-        OpenLog();
-        Session.sNewRFBootloaderFile = "BOOT.S19";
-    }
+    ImageFiles() { OpenLog(); }
 
     void Make(const std::string& name, std::size_t size, int offset, const std::string& options)
     {
@@ -40,60 +36,53 @@ protected:
 
 TEST_F(ImageFiles, TheWindowTheBiasAndTheGapsAreTheBoards)
 {
-    Session.iBoardType = 11;
     Make("F1.S19", 70000, 1000, "-Motorola -CRLF");
     Shell("srec_cat " + Quoted(pc.directory / "F1.S19") + " -exclude 20000 30000 -o " +
           Quoted(pc.directory / "gaps.S19") + " -Motorola -CRLF");
     for (const int bias : {0, 4000, -500}) {
-        CheckS19File("gaps.S19", bias, true, true);
-        CheckS19File("gaps.S19", bias, false, false);
+        CheckS19File("gaps.S19", bias, 11, S19File::Software);
         const std::string offset = bias < 0 ? "- " + std::to_string(-bias) : std::to_string(bias);
-        EXPECT_FALSE(Session.bFlashFileBad) << frmWizard.txtStatus.Text();
+        EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
         // A record counts as a whole when it begins inside the window; these lie 28 bytes apart at the most.
         const std::string judged = Image("gaps.S19", "-Motorola -offset " + offset);
-        const std::string image = Bytes(Session.FlashImage);
+        const std::string image = Bytes(Session.flash.FlashImage);
         EXPECT_EQ(judged.substr(6208 + 32, 131072 - 6208 - 32), image.substr(6208 + 32, 131072 - 6208 - 32)) << bias;
         EXPECT_EQ(std::string(6208, '\xFF'), image.substr(0, 6208));
-        EXPECT_EQ(Session.FlashImage, Session.FlashImageVerify);
     }
     EXPECT_TRUE(text::Holds(pc.Log(), "gaps.S19 passed integrity test. "));
-    EXPECT_TRUE(text::Holds(pc.Log(), "gaps.S19 passed integrity test (Not Displayed). "));
 }
 
 TEST_F(ImageFiles, BoardOneFoldsItsHighCopyDown)
 {
-    Session.iBoardType = 1;
     Make("F2.S19", 30000, 33000, "-Motorola");
-    CheckS19File("F2.S19", 0, true, true);
-    EXPECT_FALSE(Session.bFlashFileBad);
-    EXPECT_EQ(Image("F2.S19", "-Motorola -offset - 32768"), Bytes(Session.FlashImage));
+    CheckS19File("F2.S19", 0, 1, S19File::Software);
+    EXPECT_FALSE(Session.flash.bFlashFileBad);
+    EXPECT_EQ(Image("F2.S19", "-Motorola -offset - 32768"), Bytes(Session.flash.FlashImage));
 }
 
 TEST_F(ImageFiles, TheBootLoaderIsLaidOverTheImageInsideItsOwnWindow)
 {
-    Session.iBoardType = 20;
     Make("F3.S19", 50000, 6208, "-Motorola");
     Make("BOOT.S19", 4096, 128, "-Motorola");
-    CheckS19File("F3.S19", 0, true, true);
-    CheckS19File("BOOT.S19", 0, true, true);
+    CheckS19File("F3.S19", 0, 20, S19File::Software);
+    CheckS19File("BOOT.S19", 0, 20, S19File::BootLoader);
     const std::string main = Image("F3.S19", "-Motorola");
     const std::string boot = Image("BOOT.S19", "-Motorola");
-    EXPECT_EQ(boot.substr(0, 6208) + main.substr(6208), Bytes(Session.FlashImage));
+    EXPECT_EQ(boot.substr(0, 6208) + main.substr(6208), Bytes(Session.flash.FlashImage));
 }
 
 TEST_F(ImageFiles, TheSecondFileIsFoldedAtItsLengthButForFourBoards)
 {
     Make("F4.HEX", 3000, 100, "-Intel");
     for (const int type : {16, 20}) {
-        Session.iBoardType = type;
-        Session.FlashImage.fill(255);
-        CheckHexImageFile("F4.HEX", 65536, 66000, 0, true, true);
-        EXPECT_FALSE(Session.bFlashFileBad) << frmWizard.txtStatus.Text();
+        Session.flash.FlashImage.fill(255);
+        CheckHexImageFile("F4.HEX", {65536, 66000, 0}, type);
+        EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
         const std::string offset = std::to_string(type == 16 ? 66000 - 65536 : 66000);
-        EXPECT_EQ(Image("F4.HEX", "-Intel -offset " + offset), Bytes(Session.FlashImage)) << type;
+        EXPECT_EQ(Image("F4.HEX", "-Intel -offset " + offset), Bytes(Session.flash.FlashImage)) << type;
     }
-    CheckHexImageFile("F4.HEX", 65536, 0, 65000, true, true);
-    EXPECT_FALSE(Session.bFlashFileBad);
+    CheckHexImageFile("F4.HEX", {65536, 0, 65000}, 20);
+    EXPECT_FALSE(Session.flash.bFlashFileBad);
 }
 
 /// One line in the middle of a sound file, and whether it is refused. The first record stands in line 1.
@@ -107,14 +96,13 @@ class OddRecord : public ImageFiles, public testing::WithParamInterface<Odd> {};
 
 TEST_P(OddRecord, IsRefusedWithItsNumberOrPassesAsItShould)
 {
-    Session.iBoardType = 11;
     WriteFile(pc.directory / "odd.S19",
               std::string("S0030000FC\r\nS1041900AA38\r\n") + GetParam().line + "\r\nS9030000FC\r\n");
-    CheckS19File("odd.S19", 0, true, true);
-    EXPECT_EQ(GetParam().refused, Session.bFlashFileBad) << frmWizard.txtStatus.Text();
+    CheckS19File("odd.S19", 0, 11, S19File::Software);
+    EXPECT_EQ(GetParam().refused, Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
     EXPECT_EQ(GetParam().refused, StatusSays("Possible file corruption at record: 3"));
     EXPECT_EQ(GetParam().refused, StatusSays("odd.S19: "));
-    EXPECT_EQ(0xAA, Session.FlashImage[0x1900]);
+    EXPECT_EQ(0xAA, Session.flash.FlashImage[0x1900]);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -130,32 +118,30 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(ImageFiles, FilesThatCouldEraseABoardForNothingAreRefused)
 {
-    Session.iBoardType = 11;
     WriteFile(pc.directory / "none.S19", "S0030000FC\nS9030000FC\n");
-    CheckS19File("none.S19", 0, true, true);
-    EXPECT_TRUE(Session.bFlashFileBad);
+    CheckS19File("none.S19", 0, 11, S19File::Software);
+    EXPECT_TRUE(Session.flash.bFlashFileBad);
     EXPECT_TRUE(StatusSays("none.S19: the file holds no data for this board."));
 
-    Session.bFlashFileBad = false;
+    Session.flash.bFlashFileBad = false;
     Make("F5.S19", 1000, 131000, "-Motorola");
-    CheckS19File("F5.S19", 0, true, true);
-    EXPECT_TRUE(Session.bFlashFileBad);
+    CheckS19File("F5.S19", 0, 11, S19File::Software);
+    EXPECT_TRUE(Session.flash.bFlashFileBad);
     EXPECT_TRUE(StatusSays("F5.S19: an address lies beyond the board's memory."));
 
-    Session.bFlashFileBad = false;
-    CheckS19File("absent.S19", 0, true, true);
-    EXPECT_TRUE(Session.bFlashFileBad);
+    Session.flash.bFlashFileBad = false;
+    CheckS19File("absent.S19", 0, 11, S19File::Software);
+    EXPECT_TRUE(Session.flash.bFlashFileBad);
 }
 
 TEST_F(ImageFiles, TwoMegabytesForTheThreeStageBoardPassWhateverTheirAddresses)
 {
-    Session.iBoardType = 21;
     Make("F6.S19", 900000, 0, "-Motorola");
     ASSERT_GT(std::filesystem::file_size(pc.directory / "F6.S19"), 2000000u);
-    const BoardImage before = Session.FlashImage;
-    CheckS19File("F6.S19", 0, true, true);
-    EXPECT_FALSE(Session.bFlashFileBad) << frmWizard.txtStatus.Text();
-    EXPECT_EQ(before, Session.FlashImage);
+    const BoardImage before = Session.flash.FlashImage;
+    CheckS19File("F6.S19", 0, 21, S19File::Software);
+    EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
+    EXPECT_EQ(before, Session.flash.FlashImage);
 }
 
 }  // namespace

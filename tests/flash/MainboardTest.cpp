@@ -1,6 +1,6 @@
 // A main board from "Welcome!" to "Finished!", and everything that can go wrong on the way.
 
-#include "frame/Wizard.h"
+#include "session/Wizard.h"
 #include "knowledge/BoardTable.h"
 #include "tests/flash/FlashFixture.h"
 #include "text/Text.h"
@@ -86,7 +86,7 @@ protected:
     void ExpectTheWholeLadder()
     {
         EXPECT_EQ(4, Times("++>FLASHING_ERROR_AUTO_RETRY: Will retry entire flash"));
-        EXPECT_TRUE(Session.bAutoRetryUsed);
+        EXPECT_TRUE(Session.flash.bAutoRetryUsed);
         ASSERT_FALSE(pc.boxes.empty());
         EXPECT_EQ(Buttons::RetryCancel, pc.boxes.front().buttons);
         EXPECT_TRUE(text::Holds(pc.boxes.front().words, "inoperative until flashed again"));
@@ -121,7 +121,7 @@ TEST_F(HopelessFault, ALineThatIsRefusedForEverEndsInTheQuestionAndCancelEndsThe
     SetFault("refuse 3 always");
     RunToQuestion(Answer::Cancel);
     ExpectTheWholeLadder();
-    EXPECT_TRUE(Session.bExitRequested);
+    EXPECT_TRUE(Session.program.bExitRequested);
     EXPECT_TRUE(text::Holds(pc.Log(), "++>Shutting down Burnline Assistant - Cancelled by User "));
 }
 
@@ -200,8 +200,8 @@ TEST_F(HopelessFault, VersionsInThreePiecesAreReadTwiceInOneRun)
     Start(0);
     SetFault("split-versions");
     GoToFlash();
-    EXPECT_TRUE(text::Holds(Session.sMainVersion, "QEL "));
-    EXPECT_TRUE(text::Holds(Session.sRFVersion, "DVB/DSS"));
+    EXPECT_TRUE(text::Holds(Session.reading.sMainVersion, "QEL "));
+    EXPECT_TRUE(text::Holds(Session.reading.sRFVersion, "DVB/DSS"));
 }
 
 TEST_F(HopelessFault, VersionsThatStayUnansweredCanBeAskedAgain)
@@ -241,7 +241,7 @@ TEST_P(DamagedFile, NeverReachesTheErase)
     ASSERT_TRUE(Next() && Next());
     Choose(frmWizard.cboBoardToFlash, 4);
     ASSERT_TRUE(Next() && Press(frmWizard.optSerial) && Next());
-    GetParam().spoil(pc.directory / Session.sFlashFile);
+    GetParam().spoil(pc.directory / Session.plan->stages.front().sFlashFile);
     const std::size_t sentBefore = pc.sent.size();
     ASSERT_TRUE(Next());
     pc.RunFor(30);

@@ -5,10 +5,10 @@
 #include <random>
 
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
 #include "knowledge/ParameterCapture.h"
 #include "knowledge/UploadCommand.h"
 #include "knowledge/Utilities.h"
+#include "session/Session.h"
 #include "tests/VirtualComputer.h"
 
 namespace {
@@ -57,45 +57,44 @@ const Example examples[] = {
 class Parameters : public testing::Test {
 protected:
     VirtualComputer machine;
-    void SetUp() override { Row().PostflashLine = "POSTFLASH$BIASAZ"; }
-    static AntennaRecord& Row() { return Session.AntennaTable[0]; }
-    static bool Hear(const std::string& command, const std::string& said)
+    FlashPlan plan;
+    Captured& captured = Session.captured;
+    void SetUp() override
     {
-        Session.sPreflashCmds = {command, ""};
-        Session.iPreflashCmdIdx = 1;
-        Session.sExpectedReply = ExpectedReplyFor(command);
-        Session.bReplySeen = false;
-        Session.sCommBuffer = said;
+        plan.iBoardType = 0;
+        plan.row.PostflashLine = "POSTFLASH$BIASAZ";
+    }
+    bool Hear(const std::string& command, const std::string& said)
+    {
+        plan.sPreflashCmds = {command, ""};
+        Session.plan = plan;
+        captured.iPreflashCmdIdx = 1;
+        captured.command = {ExpectedReplyFor(command)};
+        Session.link.sCommBuffer = said;
         return CapturePreflashReply();
     }
-    static std::string Upload(const std::string& listed)
+    std::string Upload(const std::string& listed)
     {
-        Session.sPostflashCmds = {listed, ""};
-        BuildUploadList();
-        return Session.sPostflashCmds[0];
-    }
-    static void Forget()
-    {
-        Session.sCapturedParams.clear();
-        Session.iCapturedParamCount = 0;
-        Session.bSatInstallFound = false;
+        plan.sPostflashCmds = {listed, ""};
+        Session.plan = plan;
+        return BuildUploadList()[0];
     }
 };
 
 TEST_F(Parameters, WhatTheAntennaSaidIsWhatItIsTold)
 {
     for (const Example& example : examples) {
-        Forget();
-        Session.iBoardType = example.boardType;
+        captured = {};
+        plan.iBoardType = example.boardType;
         EXPECT_TRUE(Hear(example.readCommand, example.said)) << example.said;
-        EXPECT_TRUE(Session.bReplySeen && Session.sCommBuffer.empty());
+        EXPECT_TRUE(captured.command.bReplySeen && Session.link.sCommBuffer.empty());
         EXPECT_EQ(Upload(example.listed), example.uploaded) << example.said;
     }
 }
 
 TEST_F(Parameters, AJarlAntennaCountsItsPositionInWholeDegrees)
 {
-    Session.sMainVersion = "QEL JARL 1.2";
+    plan.tellsWholeDegrees = true;
     Hear("GPS", "GPS\r\n>GPS, 39.12,N,105.02,W,(ACTIVE)\r\n");
     EXPECT_EQ(Upload("GPS"), "GPS,39,N,105,W");
 }
@@ -111,14 +110,14 @@ TEST_F(Parameters, AReplyThatIsNotWholeIsWaitedFor)
              {"=SERNUM", "\r\n>SN = 123456\r\n"},
          }) {
         EXPECT_FALSE(Hear(command, said)) << said;
-        EXPECT_FALSE(Session.bReplySeen);
-        EXPECT_EQ(Session.sCommBuffer, said) << "nothing may be lost while more is awaited";
-        EXPECT_EQ(Session.iCapturedParamCount, 0);
+        EXPECT_FALSE(captured.command.bReplySeen);
+        EXPECT_EQ(Session.link.sCommBuffer, said) << "nothing may be lost while more is awaited";
+        EXPECT_EQ(captured.iCapturedParamCount, 0);
     }
-    Session.iBoardType = 20;
+    plan.iBoardType = 20;
     EXPECT_FALSE(Hear("FECHITS1,0000", "FEC Hits 1: 0A3"));
     EXPECT_FALSE(Hear("SATINSTALL", "SATINSTALL,01   0"));
-    Session.iBoardType = 17;
+    plan.iBoardType = 17;
     EXPECT_FALSE(Hear("BIASAZ", "\r\n>Azimuth Bias = 1.25\r\n"));
 }
 
@@ -126,9 +125,9 @@ TEST_F(Parameters, AnAnswerWithoutAParameterTakesASlotAndHidesNoOther)
 {
     Hear("BIASAZ", "\r\n>Azimuth Bias = 1\r\n");
     Hear("STATUS", "STATUS\r\n>OK\r\n");  // nobody told how its reply looks, and it is no parameter
-    EXPECT_EQ(Session.sCapturedParams.size(), 2u);
+    EXPECT_EQ(captured.sCapturedParams.size(), 2u);
     Hear("BIASEL", "\r\n>Elevation Bias = 2\r\n");
-    EXPECT_EQ(Session.sCapturedParams, (std::vector<std::string>{"", ">Azimuth Bias = 1", "", ">Elevation Bias = 2"}));
+    EXPECT_EQ(captured.sCapturedParams, (std::vector<std::string>{"", ">Azimuth Bias = 1", "", ">Elevation Bias = 2"}));
     EXPECT_EQ(Upload("BIASAZ"), "BIASAZ,1");
     EXPECT_EQ(Upload("BIASEL"), "BIASEL,2") << "the last reply counts as well";
     EXPECT_EQ(Upload("RFGAIN"), "RFGAIN") << "a parameter that was never told is only read again";
@@ -143,28 +142,29 @@ TEST_F(Parameters, SatellitesGetTheirNewNamesOnceAndOnlyForTheLibrary)
     Hear("SATINSTALL", "\r\n>SATINSTALL,A1,B2,C3\r\n");
     EXPECT_NE(frmWizard.txtStatus.Text().find("SATINSTALL,A1,B2,C3. Note them"), std::string::npos);
     Hear("SATINSTALL", "\r\n>SATINSTALL,hotbird,DSS_101\r\n");
-    EXPECT_EQ(Session.sCapturedParams.back(), "SATINSTALL,hotbird,DSS_101");
-    Session.bUpgradeToGLTV = true;
+    EXPECT_EQ(captured.sCapturedParams.back(), "SATINSTALL,hotbird,DSS_101");
+    plan.answers.upgradeToGLTV = true;
     Hear("SATINSTALL", "\r\n>SATINSTALL,hotbird,HOTBIRD2\r\n");
-    EXPECT_EQ(Session.sCapturedParams.back(), "SATINSTALL,HBD13E,HOTBIRD2");
+    EXPECT_EQ(captured.sCapturedParams.back(), "SATINSTALL,HBD13E,HOTBIRD2");
     Hear("SATINSTALL", "\r\n>SATINSTALL,hotbird,DSS_101\r\n");
-    EXPECT_EQ(Session.sCapturedParams.back(), "SATINSTALL,hotbird,DSS_101");
+    EXPECT_EQ(captured.sCapturedParams.back(), "SATINSTALL,hotbird,DSS_101");
 }
 
 TEST_F(Parameters, ABoardThatAsksForACleanStartKeepsItsList)
 {
     Hear("BIASAZ", "\r\n>Azimuth Bias = 1\r\n");
-    Row().PreflashLine = " PREFLASH$ ZAP ";
+    plan.row.PreflashLine = " PREFLASH$ ZAP ";
     EXPECT_EQ(Upload("BIASAZ"), "BIASAZ");
-    Row().PreflashLine.clear();
-    Row().PostflashLine = "POSTFLASH$";
+    plan.row.PreflashLine.clear();
+    plan.row.PostflashLine = "POSTFLASH$";
     EXPECT_EQ(Upload("BIASAZ"), "BIASAZ");
     EXPECT_EQ(PostFlashCmdsForUser(), "");
 }
 
 TEST_F(Parameters, APersonReadsWhatToEnter)
 {
-    Session.sPostflashCmds = {"clearee", "WAIT12", "SatInstall", "SLEEP", "=CALUP", "DEW", "", "GPS"};
+    plan.sPostflashCmds = {"clearee", "WAIT12", "SatInstall", "SLEEP", "=CALUP", "DEW", "", "GPS"};
+    Session.plan = plan;
     EXPECT_EQ(
         PostFlashCmdsForUser(),
         "CLEAREE\r\nWait upto 12 seconds for command to finish\r\nSATINSTALL,<SATA>,<SATB>\r\nSLEEP<ON or OFF>\r\n"
@@ -186,11 +186,11 @@ TEST_F(Parameters, OddRepliesNeitherCrashNorHang)
                 said.erase(at, random() % 8);
         }
         if (round % 200 == 0) said.insert(random() % (said.size() + 1), 20000, alphabet[random() % alphabet.size()]);
-        Forget();
-        Session.iBoardType = static_cast<int>(random() % 23);
+        captured = {};
+        plan.iBoardType = static_cast<int>(random() % 23);
         const bool taken = Hear(example.readCommand, said);
-        ASSERT_EQ(taken, Session.bReplySeen);
-        const UploadFacts facts{Session.iBoardType, round % 2 == 0, round % 3 == 0, ""};
+        ASSERT_EQ(taken, captured.command.bReplySeen);
+        const UploadFacts facts{plan.iBoardType, round % 2 == 0, round % 3 == 0, ""};
         const auto command = UploadCommandFrom(example.listed, example.listed, said, facts);
         ASSERT_TRUE(!command || command->find_first_of("\r\n") == std::string::npos) << "one command, one line";
         const std::string uploaded = Upload(example.listed);

@@ -1,8 +1,8 @@
 #pragma once
 // A settings file in which somebody has set everything, and a program that refuses a file.
 
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
+#include "session/Wizard.h"
 #include "tests/persistence/ProgramDirectory.h"
 
 inline const std::string Header =

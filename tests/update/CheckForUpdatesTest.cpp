@@ -4,10 +4,10 @@
 
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Updater.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "tests/VirtualComputer.h"
 #include "text/Text.h"
 #include "update/Update.h"

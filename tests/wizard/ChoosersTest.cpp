@@ -7,10 +7,12 @@
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmShowPostFlashCmds.h"
-#include "frame/Wizard.h"
+#include "knowledge/Utilities.h"
+#include "session/Wizard.h"
 #include "tests/flash/FlashFiles.h"
 #include "tests/flash/FlashFixture.h"
 #include "text/Text.h"
+#include "wizard/ModelChooser.h"
 #include "wizard/frmWizard_Events.h"
 
 namespace {
@@ -62,11 +64,7 @@ protected:
         EXPECT_FALSE(text::Holds(pc.Log(), "==>BIASAZ"));
     }
 
-    void ChangeConfig(const std::string& what, const std::string& with) const
-    {
-        const auto file = pc.directory / "FLASHCFG.TXT";
-        WriteFile(file, text::Replace(ReadFile(file), what, with));
-    }
+    static const std::string& PlannedFile() { return Session.plan->stages.front().sFlashFile; }
 };
 
 TEST_F(Choosers, AMainBoardPickedByHandIsFlashedAndItsCommandsAreShown)
@@ -94,10 +92,12 @@ TEST_F(Choosers, ABoardThatResetsOnCommandIsSentThereAndTheUserKnowsWhatElseHelp
     StartUnanswered(0);
     pc.Connect(5);  // a DUNE, taken for a board that tells its versions
     PickAntenna("QEL DUNE ST/DUNE DX Main Board");
-    EXPECT_EQ(Session.iBoardType, 5);
     ASSERT_TRUE(Next() && Next());
     EXPECT_TRUE(text::Holds(frmWizard.lblFlashStatus[0].Caption(), "If nothing happens, cycle its power."));
+    EXPECT_TRUE(pc.highPriority);
+    ASSERT_TRUE(pc.RunUntil([] { return !frmWizard.cmdNav[0].Enabled(); }, 60)) << "a transfer is not cancelled";
     ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
+    EXPECT_TRUE(frmWizard.cmdNav[0].Enabled && !pc.highPriority);
     ExpectMemoryEqualsFile();
     EXPECT_TRUE(text::Holds(pc.sent, "flasha\r"));
 }
@@ -108,10 +108,7 @@ TEST_F(Choosers, AnRFBoardPickedByHandGetsItsBlocksAndTheBootLoaderOfItsKind)
     MakeFlashFile(pc.directory / "F61207A.S19", 70000, 1000, "-Motorola");
     MakeFlashFile(pc.directory / "F61140A.S19", 4096, 128, "-Motorola");
     PickAntenna("QEL Land Mobile RF6 Unit");
-    EXPECT_EQ(Session.iBoardType, 20);
-    EXPECT_FALSE(Session.bUpgradeBootloader);
     FlashToEnd();
-    EXPECT_EQ(Session.sNewRFBootloaderFile, "F61140A.S19");
     const std::string boot = Judged(pc.directory / "F61140A.S19", "-Motorola", 131072);
     const std::string main = Judged(pc.directory / "F61207A.S19", "-Motorola", 131072);
     const auto held = pc.antenna().Flash().Image();
@@ -127,58 +124,56 @@ TEST_F(Choosers, TheListLeavesOutWhatCanNotBeTakenByItsNameAlone)
     const std::vector<std::string>& names = pick.lstAntennas.List;
     for (const char* never : {"QEL RF5 Board", "QEL RIGA/SOLA RF6 Board", "QEL JARL GLTV RF6A Board"})
         EXPECT_EQ(std::count(names.begin(), names.end(), never), 0) << never;
-    for (const auto& [name, type] : {std::pair{"QEL RF7 GL Board", 21}, {"QEL Dockside Link Box", 16}}) {
-        ClickAntenna(name);
-        EXPECT_EQ(Session.iBoardType, type);
-        EXPECT_TRUE(Session.bRFBootPhase);
+    // The words of the last one say nothing of the type, so that it is what was chosen.
+    for (const auto& [name, type] :
+         {std::pair{"QEL RF7 GL Board", 21}, {"QEL Dockside Link Box", 16}, {"QEL BRIX Motor Controller", 1}}) {
+        PickAntenna(name);
+        EXPECT_EQ(BoardInHand(), type) << name;
+        ASSERT_TRUE(Press(frmWizard.cmdPickAntenna));
     }
-    ClickAntenna("QEL BRIX Motor Controller");
-    EXPECT_EQ(Session.iBoardType, 1) << "words that say nothing of the type keep the one from before the first click";
-    EXPECT_TRUE(Session.bUpgradeBootloader);
 }
 
-TEST_F(Choosers, CancelLeavesWhatTheClicksMadeAndGoingBackForgetsIt)
+TEST_F(Choosers, CancelChangesNothingAndGoingBackForgetsWhatWasPicked)
 {
     StartUnanswered(0);
     ClickAntenna("QEL CORA Main Board");
     ASSERT_TRUE(Press(pick.cmdCancel));
-    EXPECT_EQ(Session.iBoardType, 2);
-    EXPECT_EQ(Session.sFlashFile, "F61170A.HEX");
-    EXPECT_FALSE(Session.bSkipParams);
     EXPECT_FALSE(frmWizard.cmdNav[2].Enabled);
     ASSERT_TRUE(Press(frmWizard.cmdPickAntenna));
     PickAntenna("QEL NEVA Main Board");
-    EXPECT_EQ(Session.iBoardType, 0) << "not that of the antenna that was cancelled";
 
     ASSERT_TRUE(Press(frmWizard.cmdPickAntenna));
     EXPECT_FALSE(frmWizard.cmdNav[2].Enabled) << "nothing goes on with an antenna that is only looked at";
     ClickAntenna("QEL BRIX Main Board");
     ASSERT_TRUE(Press(pick.cmdCancel));
-    EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "You selected: QEL BRIX Main Board"));
+    EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "You selected: QEL NEVA Main Board"));
+    EXPECT_EQ(BoardInHand(), 0) << "not that of the antenna that was cancelled";
     SetFault("clear");
     ASSERT_TRUE(Press(frmWizard.cmdNav[1]));
-    EXPECT_FALSE(Session.bSkipParams);
-    EXPECT_EQ(Session.iBoardType, 0);
     ASSERT_TRUE(Next());
     EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "Orbimaster NEVA"));
+    ASSERT_TRUE(Next());
+    EXPECT_FALSE(Session.plan->bSkipParams);
 }
 
 TEST_F(Choosers, ARowWithANumberThatIsNoneIsToldAndChangesNothing)
 {
     StartUnanswered(0);
     Press(pick.cmdCancel);
-    Session.AntennaTable[1].AddressOffset = "zero";
-    Session.AntennaTable[2].Extra1 = "DELAYXMIT soon";
+    FlashConfig config = *Session.config;
+    config.Main.AntennaTable[1].AddressOffset = "zero";
+    config.Main.AntennaTable[2].Extra1 = "DELAYXMIT soon";
+    Session.config = config;
     ASSERT_TRUE(Press(frmWizard.cmdPickAntenna));
     ClickAntenna("QEL NEVA Main Board");
     for (const char* name : {"QEL MAKO Main Board", "QEL OPAL Main Board"}) {
         ClickAntenna(name);
         EXPECT_TRUE(pc.BoxWasShown(std::string("The entry of ") + name + " in the configuration file cannot be used"));
-        EXPECT_EQ(Session.iAntennaIdx, 0);
+        EXPECT_FALSE(Session.choice.pickedRow);
         EXPECT_FALSE(pick.cmdOK.Enabled);
         EXPECT_EQ(pick.lstAntennas.ListIndex(), -1);
     }
-    EXPECT_FALSE(Session.bExitRequested);
+    EXPECT_FALSE(Session.program.bExitRequested);
     frmWizard.Self.Visible = true;
     ASSERT_TRUE(Press(frmWizard.cmdNav[1]));
     EXPECT_FALSE(pick.Self.Visible) << "the dialog goes with its step";
@@ -228,7 +223,6 @@ TEST_F(ModelChoosers, TheModelDecidesWhichSoftwareTheRFBoardGets)
         Press(form.cmdOK);
     });
     GoToStep4(20, "RF6A");
-    EXPECT_EQ(Session.sFlashFile, "F61274A.S19");
     EXPECT_EQ(frmWizard.lblFlashFile.Caption(),
               "The Burnline will update the board with file: F61274A.S19, F61275A.HEX");
 }
@@ -246,32 +240,33 @@ TEST_F(ModelChoosers, AModelThatIsNotListedGetsTheSoftwareForAny)
         ChooseNoModel(form.Self);
     });
     GoToStep4(20, "RF6");
-    EXPECT_EQ(Session.sFlashFile, "F61205M.S19");
-    EXPECT_FALSE(Session.bCompatFlashChosen);
+    EXPECT_EQ(PlannedFile(), "F61205M.S19");
 }
 
 TEST_F(ModelChoosers, AListEndsAtItsFirstEmptyPairAndMayBeLongOrEmpty)
 {
     pc.onModal = [](Form& form) { form.Visible = false; };
-    Session.CompatLandMobileRF6.assign(61, {});
-    for (std::size_t i = 0; i < 60; ++i)
-        Session.CompatLandMobileRF6[i] = {"Model " + std::to_string(i), " F" + std::to_string(61000 + i) + "A.S19 "};
+    FlashConfig config;
+    std::vector<CompatEntry>& models = config.CompatLandMobileRF6;
+    for (int i = 0; i < 60; ++i)
+        models.push_back({"Model " + std::to_string(i), " F" + std::to_string(61000 + i) + "A.S19 "});
     ConnectForms();
-    for (const int shown : {60, 30, 0}) {
-        if (shown < 60) Session.CompatLandMobileRF6[static_cast<std::size_t>(shown)] = {};
-        EXPECT_FALSE(AskForModel(ModelList::RF6));
-        EXPECT_EQ(Shown(frmCheckAntennasForRF6.optLM), shown);
+    for (const std::size_t shown : {60u, 30u, 0u}) {
+        if (shown < 60) models[shown] = {};
+        Session.config = config;
+        EXPECT_EQ(AskForModel(ModelList::RF6), "");
+        EXPECT_EQ(Shown(frmCheckAntennasForRF6.optLM), static_cast<int>(shown));
         EXPECT_EQ(frmCheckAntennasForRF6.frameLM.Visible(), shown > 0);
         EXPECT_EQ(Shown(frmCheckAntennasForRF6.optMarine), 0);
     }
-    Session.CompatLandMobileRF6[0] = {"Model 0", ""};
-    Session.CompatLandMobileRF6[30] = {"Model 30", " F61030A.S19 "};
+    models[0] = {"Model 0", ""};
+    models[30] = {"Model 30", " F61030A.S19 "};
+    Session.config = config;
     AskWith([](CheckAntennasForm& form) {
         PressOption(form.Self, form.optLM[30]);
         Press(form.cmdOK);
     });
-    EXPECT_TRUE(AskForModel(ModelList::RF6));
-    EXPECT_EQ(Session.sCompatFlashFile, "F61030A.S19");
+    EXPECT_EQ(AskForModel(ModelList::RF6), "F61030A.S19");
 }
 
 TEST_F(ModelChoosers, APickedMainBoardIsAskedForItsModelToo)
@@ -284,14 +279,14 @@ TEST_F(ModelChoosers, APickedMainBoardIsAskedForItsModelToo)
     StartUnanswered(0);
     PickAntenna("QEL MAKO Main Board");
     ASSERT_TRUE(Next());
-    EXPECT_EQ(Session.sFlashFile, "F61118AB.HEX") << "the file of its row";
+    EXPECT_EQ(PlannedFile(), "F61118AB.HEX") << "the file of its row";
     AskWith([](CheckAntennasForm& form) { ChooseNoModel(form.Self); });
     ASSERT_TRUE(Press(frmWizard.cmdNav[1]));
     ASSERT_TRUE(pc.RunUntil([] { return frmWizard.cmdPickAntenna.Visible(); }, 60));
     ASSERT_TRUE(Press(frmWizard.cmdPickAntenna));
     PickAntenna("QEL MAKO Main Board");
     ASSERT_TRUE(Next());
-    EXPECT_EQ(Session.sFlashFile, "F61118T1.HEX");
+    EXPECT_EQ(PlannedFile(), "F61118T1.HEX");
     EXPECT_EQ(asked, 2);
 }
 
@@ -299,7 +294,7 @@ TEST_F(ModelChoosers, ClosingTheProgramInsteadOfAnAnswerEndsItInOrder)
 {
     AskWith([](CheckAntennasForm&) { CleanUpForShutdown(1); });
     GoToStep4(20, "RF6");
-    EXPECT_TRUE(Session.bExitRequested);
+    EXPECT_TRUE(Session.program.bExitRequested);
     EXPECT_FALSE(frmCheckAntennasForRF6.Self.Visible);
     EXPECT_EQ(pc.boxes.size(), 0u);
     const std::string log = pc.Log();
@@ -328,7 +323,7 @@ TEST_P(LibraryOffer, DecidesWhichSoftwareIsFlashedAndHowTheSatellitesAreCalled)
     };
     GoToFlash();
     EXPECT_EQ(asked, 1);
-    EXPECT_EQ(Session.sFlashFile, offer.file);
+    EXPECT_EQ(PlannedFile(), offer.file);
     ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
     ExpectMemoryEqualsFile();
     Finish();

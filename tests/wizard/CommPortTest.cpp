@@ -29,7 +29,7 @@ TEST_F(CommPort, without_one_in_the_settings_the_first_is_taken_and_kept)
     StartOn(0, {{3, PORT_USABLE}, {7, PORT_USABLE}});
     EXPECT_EQ(Menu(), "COM3* COM7 ");
     EXPECT_EQ(GetSetting(SETTING_COMM_PORT), "3");
-    EXPECT_GT(Session.iCommID, 0);
+    EXPECT_GT(Session.link.iCommID, 0);
 }
 
 TEST_F(CommPort, one_that_can_not_be_used_is_told_once_and_stays_closed)
@@ -49,7 +49,7 @@ TEST_F(CommPort, one_that_can_not_be_used_is_told_once_and_stays_closed)
         EXPECT_TRUE(text::Holds(frmWizard.lblCommPortStatus.Caption(), one.label))
             << frmWizard.lblCommPortStatus.Caption();
         EXPECT_EQ(Keys(), one.keys);
-        EXPECT_EQ(Session.iCommID, 0);
+        EXPECT_EQ(Session.link.iCommID, 0);
         world.boxes.clear();
     }
     EXPECT_TRUE(Logged("++>COMM_PORT_UNKNOWN_ERROR: join the group dialout, then log in again\r\n"));
@@ -62,9 +62,9 @@ TEST_F(CommPort, one_that_has_disappeared_blocks_next_until_another_is_chosen)
     StartOn(5, {{7, PORT_USABLE}});
     EXPECT_EQ(frmWizard.lblCommPortStatus.Caption(), "COM port: COM Port not found (COM5).");
     EXPECT_EQ(Keys(), "1000");
-    EXPECT_FALSE(Session.bPortOpened);
+    EXPECT_FALSE(Session.link.bPortOpened);
     mnuCommPort_Item_Click(1);
-    EXPECT_GT(Session.iCommID, 0);
+    EXPECT_GT(Session.link.iCommID, 0);
     EXPECT_TRUE(text::Holds(ReadFile(world.directory / "Burnline.ini"), "COMMPort=7"));
     world.Say("\r\n>");
     world.RunFor(0.5);

@@ -26,7 +26,7 @@ TEST_F(Shutdown, closes_the_port_and_the_log_and_happens_once)
 {
     CleanUpForShutdown(2);
     CleanUpForShutdown(1);
-    EXPECT_EQ(Session.iCommID, 0);
+    EXPECT_EQ(Session.link.iCommID, 0);
     EXPECT_TRUE(IsExitRequested());
     EXPECT_TRUE(Form_Unload());
     EXPECT_TRUE(Logged("++>Starting Burnline Assistant 2026-11-21 10:15:02 =====\r\n"))
@@ -38,14 +38,14 @@ TEST_F(Shutdown, closes_the_port_and_the_log_and_happens_once)
 TEST_F(Shutdown, asks_while_the_parameters_are_not_back)
 {
     for (const int mode : {STATE_POSTFLASH, STATE_WAIT_PORT_BACK}) {
-        Session.iCommMode = static_cast<std::int16_t>(mode);
-        Session.iFlashPhase = FLASH_FINISHED;
+        Session.link.iCommMode = static_cast<std::int16_t>(mode);
+        Session.flash.iFlashPhase = FLASH_FINISHED;
         world.boxes.clear();
         world.answers = {Answer::Cancel};
         Form_QueryUnload();
         EXPECT_EQ(world.boxes.size(), 1u);
         EXPECT_FALSE(Form_Unload());
-        EXPECT_GT(Session.iCommID, 0);
+        EXPECT_GT(Session.link.iCommID, 0);
     }
     CleanUpForShutdown(1);
     EXPECT_TRUE(Form_Unload());
@@ -74,15 +74,15 @@ TEST_F(Shutdown, an_existing_file_goes_only_when_the_user_says_so)
     EXPECT_EQ(world.boxes.size(), 3u);
     EXPECT_EQ(world.boxes[0].words, "Replace existing file - " + saved);
     EXPECT_EQ(ReadFile(saved), "precious");
-    EXPECT_TRUE(Session.sSavedLogName.empty());
+    EXPECT_TRUE(Session.program.sSavedLogName.empty());
     world.answers = {Answer::Yes};
     SaveAs(saved);
-    EXPECT_EQ(Session.sSavedLogName, saved);
+    EXPECT_EQ(Session.program.sSavedLogName, saved);
     EXPECT_FALSE(std::filesystem::exists(saved));
 
     world.saveDialogAnswer.reset();
     Press(frmWizard.mnuFile_ItemSaveLogFile);
-    EXPECT_TRUE(Session.sSavedLogName.empty()) << "a cancelled dialog takes the former name back";
+    EXPECT_TRUE(Session.program.sSavedLogName.empty()) << "a cancelled dialog takes the former name back";
 }
 
 TEST_F(Shutdown, the_log_itself_is_never_deleted_for_its_own_copy)
@@ -101,11 +101,11 @@ TEST(Terminal, enter_sends_in_the_idle_mode_and_keeps_the_text_in_any_other)
     Control& line = frmWizard.txtSendCmd;
     line.Text = "HALT";
     EXPECT_FALSE(line.KeyPress('x'));
-    Session.iCommMode = STATE_GET_VERSIONS;
+    Session.link.iCommMode = STATE_GET_VERSIONS;
     EXPECT_TRUE(line.KeyPress(13));
     EXPECT_EQ(line.Text(), "HALT");
 
-    Session.iCommMode = STATE_IDLE;
+    Session.link.iCommMode = STATE_IDLE;
     line.KeyPress(13);
     EXPECT_EQ(line.Text(), "");
     line.Text = "VERSION";

@@ -23,7 +23,7 @@ TEST_F(StepMachine, the_diagnostics_are_entered_by_a_chord_and_left_to_the_first
     EXPECT_EQ(ShownStep(), STEP_INTRO);
     EXPECT_EQ(frmWizard.cmdNav[2].Caption(), "&Next >");
 
-    Session.iCommMode = STATE_SEND_LINES;
+    Session.link.iCommMode = STATE_SEND_LINES;
     Form_KeyDown('A', false, true, true);
     EXPECT_EQ(ShownStep(), STEP_INTRO);
 }
@@ -34,9 +34,9 @@ TEST_F(StepMachine, who_comes_again_during_the_reading_is_served_by_the_first_wa
     bool innerStepReturned = false;
     world.At(0.3, [&] {
         cmdNav_Click(1);
-        EXPECT_EQ(Session.iCommMode, STATE_IDLE) << "nobody waits for the versions on the step before";
+        EXPECT_EQ(Session.link.iCommMode, STATE_IDLE) << "nobody waits for the versions on the step before";
         cmdNav_Click(2);
-        innerStepReturned = Session.iCommMode == STATE_GET_VERSIONS;
+        innerStepReturned = Session.link.iCommMode == STATE_GET_VERSIONS;
     });
     SetStep(STEP_3);
     EXPECT_TRUE(innerStepReturned) << "the wait of the second entry stands on the first one's";
@@ -58,41 +58,13 @@ TEST_F(StepMachine, a_board_without_a_row_leads_back_to_the_versions_as_often_as
     EXPECT_TRUE(world.BoxWasShown("Selected board configuration not found"));
 }
 
-TEST_F(StepMachine, cancel_is_off_from_the_reset_to_the_end_of_the_transfer)
-{
-    for (const int mode : {1, 2, 3, 4, 12, 13, 7, 8, 9, 11, 17}) {
-        Session.iCommMode = static_cast<std::int16_t>(mode);
-        SetNavCmds(STEP_5);
-        EXPECT_EQ(Keys(), mode <= 4 || mode == 12 || mode == 13 ? "0000" : "1000") << "mode " << mode;
-    }
-    EXPECT_TRUE(world.highPriority);
-    SetNavCmds(12);
-    EXPECT_FALSE(world.highPriority);
-}
-
 TEST_F(StepMachine, next_waits_for_the_version_of_a_board_that_tells_it)
 {
-    for (const int type : {0, 1, 20, 21, 18}) {
-        Session.iBoardType = type;
-        SetNavCmds(11);
+    for (const int type : {0, 1, 18}) {
+        Session.choice = {.iBoardType = type};
+        SetNavCmds(NAV_CHOSEN);
         EXPECT_EQ(frmWizard.cmdNav[2].Enabled(), type == 18) << "type " << type;
     }
-}
-
-TEST_F(StepMachine, an_antenna_picked_by_hand_brings_its_own_restore_list)
-{
-    Session.AntennaTable.resize(3);
-    Session.AntennaTable[1].AntennaName = "OPAL";
-    Session.AntennaTable[1].PostflashLine = "POSTFLASH$WAIT 5$ HALT $ZAP";
-    Session.iAntennaIdx = 1;
-    Session.iBoardType = 0;
-    Session.bSkipParams = true;
-    Session.iPostflashCmdIdx = 4;
-    SetNavCmds(11);
-    EXPECT_TRUE(frmWizard.cmdNav[2].Enabled);
-    EXPECT_EQ(Session.sPostflashCmds, (std::vector<std::string>{"WAIT 5", "HALT", "ZAP", ""}));
-    EXPECT_EQ(Session.iPostflashCmdIdx, 0);
-    EXPECT_TRUE(Logged("++>Antenna selected by user: OPAL\r\n"));
 }
 
 }  // namespace

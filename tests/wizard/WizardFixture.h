@@ -5,10 +5,10 @@
 
 #include "forms/frmSelectFlashFileDialog.h"
 #include "forms/frmWizard.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "tests/VirtualComputer.h"
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"

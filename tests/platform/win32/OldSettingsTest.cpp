@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "frame/Wizard.h"
 #include "persistence/INIUtilities.h"
+#include "session/Wizard.h"
 #include "tests/persistence/ProgramDirectory.h"
 #include "tests/platform/win32/HeldFile.h"
 

@@ -1,7 +1,8 @@
 // One thread and one loop. Nothing interrupts: Timer1 sets a flag, Timer2 counts a counter down, the port is polled.
 
-#include "frame/StartUp.h"
+#include "loop/StartUp.h"
 
+#include "display/PortStatus.h"
 #include "flash/TimerISR.h"
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
@@ -10,26 +11,26 @@
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
-#include "frame/Round.h"
-#include "frame/SessionState.h"
-#include "frame/Wizard.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
 #include "platform/SerialControl.h"
+#include "session/Round.h"
+#include "session/Session.h"
+#include "session/Wizard.h"
 #include "update/Update.h"
 #include "wizard/frmWizard_Events.h"
 
 void RunRound()
 {
-    if (Session.bTickPending) {
-        Session.bTickPending = false;
+    if (Session.program.bTickPending) {
+        Session.program.bTickPending = false;
         TimerHandler();
     }
     const int event = MSComm1->CommEvent();
     if (event == comEventBreak || event == comEventFrame || event == comEvReceive) {
-        if (!Session.bPortReady) CheckPortReady();
+        if (!Session.link.bPortReady) CheckPortReady();
         CommHandler();
     }
     computer->DoEvents();
@@ -37,13 +38,6 @@ void RunRound()
 }
 
 namespace {
-
-/// A delay that was forced to zero for a fast board isn't left in the settings.
-void RestoreTransmitDelay()
-{
-    if (GetSetting(SETTING_TRANSMIT_DELAY) == "0")
-        SetSetting(SETTING_TRANSMIT_DELAY, GetSetting(SETTING_TRANSMIT_DELAY_ORIGINAL));
-}
 
 void UnloadAllForms()
 {
@@ -77,7 +71,6 @@ void RunProgram(const std::function<void()>& prepare)
 MainEnd Main(const std::function<void()>& prepare)
 {
     SetExitRequested(false);
-    Session.bUpdateCheckRunning = false;
     try {
         RunProgram(prepare);
     } catch (...) {
@@ -87,11 +80,9 @@ MainEnd Main(const std::function<void()>& prepare)
         if (number == FAIL_PORT_LOST) {
             // The window stays, so that the user can read what is wrong; no round runs any more.
             ShowPortError();
-            RestoreTransmitDelay();
             return MainEnd::Stranded;
         }
     }
-    RestoreTransmitDelay();
     UnloadAllForms();
     return MainEnd::Ended;
 }

@@ -1,0 +1,211 @@
+#pragma once
+// The one antenna session: there is one antenna, one link and one flash at a time, and this is all that its procedures
+// share. The tick machine and the reply dispatcher talk to each other through these variables alone.
+//
+// Each variable stands in the struct that says how long it is true, and each struct begins anew by one assignment, in
+// the place that its comment names. Nothing else is ever reset.
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "session/FlashConfig.h"
+#include "session/FlashPlan.h"
+
+// What the link is doing; the mode of iCommMode.
+enum CommMode : std::int16_t {
+    STATE_NONE = 0,
+    STATE_WAIT_RESET = 1,
+    STATE_WAIT_ERASE = 2,
+    STATE_SEND_BLOCKS = 3,
+    STATE_SEND_LINES = 4,
+    STATE_FLASH_FAILED = 5,
+    STATE_SHUTDOWN = 6,
+    STATE_GET_VERSIONS = 7,
+    STATE_IDLE = 8,
+    STATE_POSTFLASH = 9,
+    STATE_UNUSED = 10,
+    STATE_PREFLASH = 11,
+    STATE_RF_BOOT_BLOCKS = 12,
+    STATE_BOOT_UPGRADE = 13,
+    STATE_SAT_LIST_A = 14,
+    STATE_SAT_LIST_B = 15,
+    STATE_SCRIPT = 16,
+    STATE_WAIT_PORT_BACK = 17,
+    STATE_BAUD_SELECT = 18,
+    STATE_SEND_RF7 = 19,
+    STATE_FPGA_REV = 20,
+    STATE_BAPI_REV = 21,
+};
+
+// The steps of the wizard; a step is also the index of its frame.
+inline constexpr int STEP_DIAGNOSTICS = 0;
+inline constexpr int STEP_INTRO = 1;
+inline constexpr int STEP_1 = 2;
+inline constexpr int STEP_2 = 3;
+inline constexpr int STEP_3 = 4;
+inline constexpr int STEP_4 = 5;
+inline constexpr int STEP_5 = 6;
+inline constexpr int STEP_6 = 7;
+inline constexpr int STEP_FINISHED = 8;
+
+// States of a flash, in iFlashPhase.
+inline constexpr int FLASH_RUNNING = 1;
+inline constexpr int FLASH_FINISHED = 2;
+inline constexpr int FLASH_FAILED = 4;
+
+/// An image of a board's memory; the last index is 131072.
+using BoardImage = std::array<std::uint8_t, 131073>;
+using BootImage = std::array<std::uint8_t, 32769>;
+
+/// A value that is replaced as a whole and never altered.
+template <class T>
+class Settled {
+public:
+    Settled& operator=(T value)
+    {
+        value_ = std::move(value);
+        return *this;
+    }
+    const T& operator*() const { return value_; }
+    const T* operator->() const { return &value_; }
+
+private:
+    T value_;
+};
+
+/// This run of the program. Begins in InitSessionVars.
+struct Program {
+    bool bTickPending = false;  // Timer1 asks for a tick
+    bool bExitRequested = false;
+    bool bUpdateCheckRunning = false;  // the check that nobody asked for, at the start
+    std::string sSavedLogName;         // where the user wants a copy of the log at exit
+};
+
+/// The port and the mode. Begins in InitSessionVars: an adapter that comes and goes doesn't end what is under way.
+struct Link {
+    std::int16_t iCommMode = STATE_IDLE;
+    std::int16_t iWaitTicks = 2;   // countdown in ticks of 100 ms; 0: nothing is armed
+    std::int16_t iDelayTicks = 0;  // countdown in ticks of 10 ms
+    std::string sCmdQueueText;     // text that waits for the idle mode
+    std::string sCommBuffer;       // received text, not yet consumed
+    std::string sCommLine;         // the text under test
+    char cLineEndSeen = 0;         // the text before ended in CR: '\n' when its LF was added already, else '\r'
+    std::int16_t iCommPort = 0;    // COM number
+    std::int32_t lBaudRate = 0;
+    std::int16_t iCommID = 0;      // above 0 while the port is open
+    bool bPortOpened = false;      // it was opened in this run
+    bool bPortReady = false;       // data came since the open
+    bool bPortErrorShown = false;  // the port failure was reported; cleared by each successful read
+};
+
+/// What the user said of the board. Begins in ChooseBoard: at each choice, and with each visit of STEP_3.
+struct BoardChoice {
+    int iBoardType = 22;             // 0 to 19, see knowledge/BoardTable; 22: nothing is chosen
+    std::optional<int> pickedRow{};  // the antenna was picked by hand: its row in the table of the chosen board's group
+    bool bUSBLink = false;           // the USB port option was chosen
+};
+
+/// What one antenna said of itself. Begins in ChooseBoard and in InitAntennaInfoVars: with each reading.
+struct Reading {
+    std::int16_t iCommonPreflashIdx = 0;  // the next query of the common list
+    std::string sMainVersion, sRFVersion;
+    bool bRFVersionSeen = false;                 // the RF line of the main board's reply is in hand
+    bool bPCBVersionA2 = false;                  // an RF1 board
+    std::optional<int> told{};                   // the type that an RF board's reply tells: 20 or 21
+    std::string sFPGARev = "0", sBAPIRev = "0";  // "0": not told
+    std::int16_t iFPGARevTries = 0, iBAPIRevTries = 0;
+};
+
+/// The command of a list that waits for its answer.
+struct CommandInFlight {
+    std::string sExpectedReply;  // marks its reply; empty: any
+    bool bReplySeen = false;
+    std::int16_t iCmdRetries = 0;  // resends
+};
+
+/// One antenna's parameters, as it told them ahead of its flash. Begins in StartFlash, ahead of the first stage.
+struct Captured {
+    std::int16_t iPreflashCmdIdx = 0;  // the next command of the plan's list
+    CommandInFlight command;
+    std::vector<std::string> sCapturedParams{""};  // replies, from element 1 on
+    std::int16_t iCapturedParamCount = 0;
+    bool bSatInstallFound = false;
+    std::string sSatInstallCmd;
+    bool bTrisatDone = false;  // the names of a two-satellite installation were translated
+    std::string sFECHits1, sFECHits2;
+};
+
+/// One board with all its stages and tries. Begins in StartFlash, ahead of the first stage.
+struct Flash {
+    std::size_t stage = 0;  // of the plan's stages
+    std::int16_t iFlashPhase = 0;
+    bool bSkipParams = false;  // parameters are neither saved nor restored
+    bool bFlashFileBad = false;
+    std::int32_t lFlashFileSize = 0;  // bytes
+    BoardImage FlashImage{};
+    bool bBootloaderUpgraded = false;  // the old boot loader of board 1 was replaced, or isn't there
+    BootImage BootUpgradeImage{};
+    bool bRFBootDone = false;            // the board fell back from the boot area leg
+    double dFlashStart = 0;              // seconds of Computer::Seconds
+    std::int16_t iFlashAutoRetries = 0;  // silent retries of the whole flash
+    bool bAutoRetryUsed = false;         // the one retry that the settings allow was used
+};
+
+/// One try to write a stage. Begins in OnSignOnReply, at each sign-on.
+struct Attempt {
+    std::string vCurrentLine;  // the line or block in flight
+    std::string sFirstLine;    // the line read ahead
+    std::int32_t lBytesSent = 0;
+    std::int16_t iLineRetries = 0;   // resends of this line
+    std::int16_t iTotalRetries = 0;  // resends of this try
+    std::int32_t lFlashPos = 0;
+    std::int32_t lFlashBlockPos = 0;
+    std::int32_t lFlashTotalBytes = 0;
+    std::int16_t bExpectedChecksum = 0;
+    std::int32_t lBootBytePos = 0;
+    std::int16_t iBadReplies = 0;
+};
+
+/// The antenna gets its parameters back. Begins in EndOfTransfer.
+struct Restore {
+    bool bPortWentAway = false;     // the port went with the antenna's power
+    bool bRestartSeen = false;      // the restart of the antenna was noticed
+    bool bSwitchTestSeen = false;   // the line that announces the switch test was seen
+    bool bAntennaInitDone = false;  // the restarted antenna has finished its start-up
+    int iInitLooks = 0;             // how often the end of its start-up was looked for
+    bool bWaitInitFlag = false;     // a WAIT entry is running down
+    std::int16_t iCommonPostflashIdx = 0;
+    std::vector<std::string> sPostflashCmds;  // the plan's list, made to restore what was captured
+    std::int16_t iPostflashCmdIdx = 0;
+    CommandInFlight command;
+    std::int16_t iCalGyroTries = 0;
+    bool bCalGyroPending = false;
+};
+
+struct SessionState {
+    Program program;
+    Link link;
+    Settled<FlashConfig> config;  // read by EnterStep3, so that it is what stands on the disk at each choice
+    BoardChoice choice;
+    Reading reading;
+    Settled<FlashPlan> plan;  // made by EnterStep4, and anew when the user takes another flash file there
+    Captured captured;
+    Flash flash;
+    Attempt attempt;
+    Restore restore;
+};
+
+inline SessionState Session;
+
+/// The values of a new session; called once, when the main form is loaded.
+void InitSessionVars();
+
+/// The received text is done with: sCommLine and sCommBuffer become empty.
+void ClearCommBuffers();
+
+/// An entry of a command list; the empty text behind its end.
+const std::string& ListEntry(const std::vector<std::string>& list, int index);

@@ -15,9 +15,9 @@
 #include "desktop/Looks.h"
 #include "display/Display.h"
 #include "forms/frmWizard.h"
+#include "platform/SerialControl.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
-#include "platform/SerialControl.h"
 #include "simulator/Flood.h"
 
 namespace {

@@ -38,11 +38,10 @@ void MakeNew(T& thing, const From&... from)
 
 }  // namespace
 
-TempDirectory::TempDirectory(fs::path under)
+TempDirectory::TempDirectory(const fs::path& under)
 {
     static std::atomic<int> counter{0};
-    path = (under.empty() ? fs::temp_directory_path() : under) /
-           ("burnline-test-" + std::to_string(std::random_device{}()) + "-" + std::to_string(++counter));
+    path = under / ("burnline-test-" + std::to_string(std::random_device{}()) + "-" + std::to_string(++counter));
     fs::create_directories(path);
 }
 
@@ -62,8 +61,11 @@ std::string ReadFile(const fs::path& path)
 
 void WriteFile(const fs::path& path, const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
 
-VirtualComputer::VirtualComputer()
+VirtualComputer::VirtualComputer(const fs::path& home)
 {
+    if (home.empty()) directory_ = std::make_unique<TempDirectory>();
+    directory = home.empty() ? directory_->path : home;
+    WriteFile(directory / "Burnline.ini", "[BurnlineParameters]\r\nCOMMPort=7\r\n");
     MakeNew(Session);
     MakeNew(frmWizard);
     MakeNew(frmShowRelNotes);
@@ -76,9 +78,7 @@ VirtualComputer::VirtualComputer()
     MakeNew(frmShowPostFlashCmds);
     computer = this;
     MSComm1 = this;
-    directory = directory_.path;
     GetDefaultValues();  // no test finds the settings of another
-    WriteFile(directory / "Burnline.ini", "[BurnlineParameters]\r\nCOMMPort=7\r\n");
 }
 
 VirtualComputer::~VirtualComputer()
@@ -150,7 +150,6 @@ double VirtualComputer::NextEvent() const
 {
     double next = frmWizard.Timer1.Enabled ? nextTimer1_ : never;
     if (frmWizard.Timer2.Enabled && Session.link.iDelayTicks > 0) next = std::min(next, nextTimer2_);
-    if (wire_) next = std::min(next, wire_->NextEvent());
     if (!actions_.empty()) next = std::min(next, actions_.begin()->first);
     return next;
 }
@@ -192,7 +191,14 @@ void VirtualComputer::DoEvents()
 
 void VirtualComputer::WaitForEvent()
 {
-    const double next = NextEvent();
+    double next = NextEvent();
+    const std::size_t waiting = waiting_.size();
+    // What the antenna alone hears or does is no event for the program.
+    while (wire_ && waiting_.size() == waiting && wire_->NextEvent() < next) {
+        now = std::max(wire_->NextEvent(), now + 1e-6);
+        Collect();
+    }
+    if (waiting_.size() != waiting) next = now;
     if (next == never) throw std::runtime_error("nothing will ever happen again");
     AdvanceTo(std::max(next, now + 1e-6));
     DoEvents();

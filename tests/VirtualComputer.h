@@ -24,17 +24,18 @@ struct Box {
     Answer standard;  // what Enter would press
 };
 
-/// A fresh directory that goes with the object; where the system keeps such files unless told otherwise.
+/// A fresh directory that goes with the object; where the system keeps such things unless told otherwise.
 struct TempDirectory {
-    explicit TempDirectory(std::filesystem::path under = {});
+    explicit TempDirectory(const std::filesystem::path& under = std::filesystem::temp_directory_path());
     ~TempDirectory();
     std::filesystem::path path;
 };
 
 class VirtualComputer : public Computer, public SerialControl {
 public:
-    /// Starts from nothing: a fresh session, fresh forms, an empty program's directory, COM7 as the only port.
-    VirtualComputer();
+    /// Starts from nothing: a fresh session, fresh forms, COM7 as the only port, and as the program's directory an
+    /// empty one of its own or the one that is given.
+    explicit VirtualComputer(const std::filesystem::path& home = {});
     ~VirtualComputer() override;
 
     // --- the world, as the test sets it up -------------------------------------------------------------------------
@@ -110,7 +111,7 @@ private:
     double NextEvent() const;
     void Collect();
 
-    TempDirectory directory_;
+    std::unique_ptr<TempDirectory> directory_;
     std::unique_ptr<sim::Antenna> antenna_;
     std::unique_ptr<sim::Wire> wire_;
     std::multimap<double, std::function<void()>> actions_;

@@ -141,6 +141,7 @@ void StartFlash()
     const Board& board = BoardOf(Session.plan->iBoardType);
     Session.captured = {};
     Session.flash = {};
+    Session.attempt = {};
     Session.flash.bSkipParams = Session.plan->bSkipParams;
     BeginStage();
     if (board.group == BoardGroup::None || !FlashFilesAreSound(board)) return;

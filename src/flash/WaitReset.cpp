@@ -50,6 +50,7 @@ bool FileIsOpenForSending()
 
 void SendProgramCommand(const std::string& command, const std::string& lineEnd)
 {
+    Session.flash.bErased = true;
     ShowAllCommsTextUpdate("==>" + command + "\r\n");
     MSComm1->Output(command + lineEnd);
 }
@@ -97,6 +98,7 @@ void StartRecords()
     ClearCommBuffers();
     Session.link.iCommMode = STATE_BAUD_SELECT;
     Session.link.iWaitTicks = 10;
+    SetNavCmds(STEP_5);
     Session.attempt.lFlashTotalBytes = Session.flash.lFlashFileSize;
 }
 
@@ -114,6 +116,7 @@ void StartUpgrade()
         return;
     }
     ClearCommBuffers();
+    Session.flash.bErased = true;
     MSComm1->Output("PGM_908OK");
     StatusTextUpdate("===>PGM_908OK");
     Session.link.iCommMode = STATE_BOOT_UPGRADE;

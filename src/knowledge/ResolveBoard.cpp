@@ -189,7 +189,7 @@ FlashPlan ResolveBoard(const FlashConfig& config, const BoardChoice& choice, con
     FitFileToModel(plan);
     if (answers.flashFile) {
         file = *answers.flashFile;
-        if (board.secondFile != nullptr) plan.sFlashFileName = board.secondFile;
+        if (board.secondFile != nullptr && ProgramFileExists(board.secondFile)) plan.sFlashFileName = board.secondFile;
     }
     if (board.group == BoardGroup::MultiStage) AddLaterStages(plan, reading);
     if (answers.skipParameters) plan.bSkipParams = true;

@@ -33,22 +33,13 @@ constexpr std::array<KnownAntenna, 9> knownAntennas{{
     {"Orbimaster QUAY", olderRF},
 }};
 
-struct WordsOfBoard {
+/// The words of boards that are known by their version reply.
+struct VersionWords {
     const char* words;
     int type;
 };
 
-constexpr std::array<WordsOfBoard, 21> boardWords{{
-    {"BRIX MAIN BOARD", 12},
-    {"CORA MAIN BOARD", 2},
-    {"FJOR ST/FJOR DX MAIN BOARD", 10},
-    {"ERIS MAIN BOARD", 8},
-    {"DUNE ST/DUNE DX MAIN BOARD", 5},
-    {"ALDA ST/ALDA DX MAIN BOARD", 7},
-    {"ADCU", 14},
-    {"HOLMMCU", 18},
-    {"JARLGLMCU", 19},
-    {"KELP Unit", 17},
+constexpr std::array<VersionWords, 9> versionWords{{
     {"DVB/DSS 6", 20},
     {"DVB/DSS LM", 20},
     {"DVB/DSS MA", 20},
@@ -58,8 +49,6 @@ constexpr std::array<WordsOfBoard, 21> boardWords{{
     {"DVB/DSS 7", 21},
     {"DVB/DSS 7 MA", 21},
     {"DVB/DSS 7 GL", 21},
-    {"DOCKSIDE LINK BOX BOARD", 16},
-    {"TOSA RECEIVER BOARD", 15},
 }};
 
 /// Boards whose software depends on the model, so that the name alone says too little.
@@ -105,8 +94,13 @@ RowFacts FactsOf(const AntennaRecord& row)
 
 std::optional<int> BoardTypeOf(const AntennaRecord& row)
 {
-    for (const WordsOfBoard& board : boardWords)
-        if (text::Equal(text::Trim(row.BoardIdWords), board.words)) return board.type;
+    const std::string words = text::Trim(row.BoardIdWords);
+    for (const VersionWords& board : versionWords)
+        if (text::Equal(words, board.words)) return board.type;
+    for (int type = 0; type < NoBoard; ++type) {
+        const char* own = BoardOf(type).searchText;
+        if (own != nullptr && text::Equal(words, text::Trim(own))) return type;
+    }
     return std::nullopt;
 }
 

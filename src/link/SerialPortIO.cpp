@@ -43,7 +43,8 @@ bool OpenPort()
 {
     try {
         MSComm1->SetCommPort(Session.link.iCommPort);
-        MSComm1->SetSettings(GetSetting(SETTING_BAUD_RATE) + ",N,8,1");
+        const std::string& speed = Session.link.sSettings;
+        MSComm1->SetSettings(speed.empty() ? GetSetting(SETTING_BAUD_RATE) + ",N,8,1" : speed);
         MSComm1->SetPortOpen(true);
         return true;
     } catch (const Failure&) {
@@ -132,12 +133,16 @@ void CheckPortReady()
     Session.link.bPortReady = true;
 }
 
-void SetLinkSettings(const std::string& settings) { MSComm1->SetSettings(settings); }
+void SetLinkSettings(const std::string& settings)
+{
+    Session.link.sSettings = settings;
+    MSComm1->SetSettings(settings);
+}
 
 void ReopenAt(const std::string& settings)
 {
     MSComm1->SetPortOpen(false);
-    MSComm1->SetSettings(settings);
+    SetLinkSettings(settings);
     MSComm1->SetPortOpen(true);
 }
 

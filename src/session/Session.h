@@ -95,7 +95,8 @@ struct Link {
     std::string sCommLine;         // the text under test
     char cLineEndSeen = 0;         // the text before ended in CR: '\n' when its LF was added already, else '\r'
     std::int16_t iCommPort = 0;    // COM number
-    std::int32_t lBaudRate = 0;
+    std::int32_t lBaudRate = 0;    // of the settings
+    std::string sSettings;         // the line's speed, "9600,N,8,1"; empty: that of the settings
     std::int16_t iCommID = 0;      // above 0 while the port is open
     bool bPortOpened = false;      // it was opened in this run
     bool bPortReady = false;       // data came since the open
@@ -145,6 +146,7 @@ struct Flash {
     std::int16_t iFlashPhase = 0;
     bool bSkipParams = false;  // parameters are neither saved nor restored
     bool bFlashFileBad = false;
+    bool bErased = false;             // a program command went out: the antenna needs this flash
     std::int32_t lFlashFileSize = 0;  // bytes
     BoardImage FlashImage{};
     bool bBootloaderUpgraded = false;  // the old boot loader of board 1 was replaced, or isn't there
@@ -155,7 +157,7 @@ struct Flash {
     bool bAutoRetryUsed = false;         // the one retry that the settings allow was used
 };
 
-/// One try to write a stage. Begins in OnSignOnReply, at each sign-on.
+/// One try to write a stage. Begins in StartFlash, and in OnSignOnReply at each sign-on.
 struct Attempt {
     std::string vCurrentLine;  // the line or block in flight
     std::string sFirstLine;    // the line read ahead

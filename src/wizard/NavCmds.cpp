@@ -41,12 +41,13 @@ void NeedBoard(Keys& keys, bool dry)
     keys = {On, On, Off, Off};
 }
 
-/// From the reset to the end of the transfer the antenna depends on being left alone.
+/// From the erase to the end of the transfer the antenna depends on being left alone; ahead of it another file, or
+/// another board, can still be chosen.
 void HoldDuringFlash(Keys& keys, bool dry)
 {
     if (dry) return;
-    const Phase phase = PhaseNow();
-    keys.cancel = phase == Phase::Resetting || phase == Phase::Erasing || phase == Phase::Writing ? Off : On;
+    keys.cancel = PhaseNow() == Phase::Erasing || PhaseNow() == Phase::Writing ? Off : On;
+    if (!Session.flash.bErased) keys.back = On;
 }
 
 /// A board whose version the antenna tells needs that version, unless the antenna was picked by hand.
@@ -71,12 +72,12 @@ void NoWayBackFromIntro(Keys& keys, bool dry)
 // clang-format off
 constexpr NavRow rows[] = {
 //   code              cancel back  next  finish   dry: cancel back next finish
-    {STEP_DIAGNOSTICS, {Keep, Off,  On,   Off}, {On, Off,  On,  Off}, [] { frmWizard.cmdNav[2].Caption = "&Flash Mode >"; }, nullptr},
-    {STEP_INTRO,       {Keep, Off,  On,   Off}, {On, Off,  On,  Off}, [] { frmWizard.cmdNav[2].Caption = "&Next >"; },       nullptr},
-    {STEP_1,           {Keep, On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, nullptr},
-    {STEP_2,           {Keep, On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, NeedBoard},
+    {STEP_DIAGNOSTICS, {On,   Off,  On,   Off}, {On, Off,  On,  Off}, [] { frmWizard.cmdNav[2].Caption = "&Flash Mode >"; }, nullptr},
+    {STEP_INTRO,       {On,   Off,  On,   Off}, {On, Off,  On,  Off}, [] { frmWizard.cmdNav[2].Caption = "&Next >"; },       nullptr},
+    {STEP_1,           {On,   On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, nullptr},
+    {STEP_2,           {On,   On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, NeedBoard},
     {STEP_3,           {On,   On,   Off,  Off}, {On, On,   On,  Off}, nullptr,            nullptr},
-    {STEP_4,           {Keep, On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, nullptr},
+    {STEP_4,           {On,   On,   On,   Off}, {On, On,   On,  Off}, HideVersionButtons, nullptr},
     {STEP_5,           {Keep, Off,  Off,  Off}, {On, On,   On,  Off}, nullptr,            HoldDuringFlash},
     {STEP_6,           {On,   Off,  Off,  Off}, {On, On,   On,  Off}, nullptr,            nullptr},
     {STEP_FINISHED,    {Off,  Off,  Off,  On},  {On, On,   Off, On},  nullptr,            FinishNeedsParams},

@@ -80,14 +80,10 @@ void EnterStep3()
         InitAntennaInfoVars();
         WaitForVersions();
     }
-    // A click during the wait may have led on to a step that keeps the menus locked.
-    if (frmWizard.iCurrentStep <= STEP_3) LockMenus(false);
 }
 
 void EnterStep4()
 {
-    // From here to the end of the flash neither the port nor the files may change.
-    LockMenus(true);
     StopUpdates();
     Guarded("SetStep", PlanFlash);
 }
@@ -113,11 +109,9 @@ void EnterStep5()
     ClearFlashForms();
     frmWizard.lblStep[5].Caption = "Updating Software";
     StartFlash();
-    // Nothing was started: the file is missing or corrupt. The antenna is untouched, and another file can be chosen.
-    if (Session.link.iCommMode == STATE_IDLE)
-        frmWizard.cmdNav[1].Enabled = true;
-    else
-        RaisePriority();
+    // The antenna is untouched until its loader has signed on: another file, or another board, can still be chosen.
+    frmWizard.cmdNav[1].Enabled = true;
+    if (Session.link.iCommMode != STATE_IDLE) RaisePriority();
 }
 
 void EnterStep6()
@@ -157,10 +151,11 @@ void (*const enterStep[])() = {EnableCmdEntry, EnableCmdEntry, EnableCmdEntry, E
 
 void Back()
 {
-    if (IsReadingVersions()) {  // nobody waits for the answer any more
+    if (PhaseNow() != Phase::Free) {  // nobody waits for the answer any more
         Session.link.iCommMode = STATE_IDLE;
         Session.link.iWaitTicks = 2;
     }
+    if (frmWizard.iCurrentStep == STEP_5) RestoreAfterFlash();
     SetStep(std::max(frmWizard.iCurrentStep - 1, STEP_DIAGNOSTICS));
 }
 
@@ -181,6 +176,8 @@ void SetStep(int step)
     CloseChoosers();
     for (int index = 0; index < frmWizard.fraStep.size(); ++index) frmWizard.fraStep[index].Visible = index == step;
     frmWizard.Self.Caption = "QEL Burnline Assistant";
+    // From the plan to the end of the flash neither the port nor the files may change.
+    LockMenus(step >= STEP_4);
     SetNavCmds(step);
     enterStep[step]();
 }
@@ -236,8 +233,4 @@ void optUSB_Click()
 
 void chkShowFinishCmd_Click() { frmWizard.cmdNav[3].Enabled = frmWizard.chkShowFinishCmd.Value == 1; }
 
-void cmdAnotherBoard_Click()
-{
-    LockMenus(false);
-    SetStep(STEP_1);
-}
+void cmdAnotherBoard_Click() { SetStep(STEP_1); }

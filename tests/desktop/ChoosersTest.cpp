@@ -46,45 +46,6 @@ protected:
     }
 };
 
-TEST_F(Choosers, a_silent_antenna_is_picked_by_hand_and_its_commands_are_shown_at_the_end)
-{
-    home.MakeFlashFile("F61150B.HEX", 60);
-    StartUnit(0, "RIGA");
-    for (const char* query : {"VERSION", "@VER"}) antenna->Do(std::string("fault mute ") + query + " always");
-    AskForVersions("optBoardToFlash_0", "Could not retrieve Main Board version!");
-    wizard->Click("cmdPickAntenna");
-    AwaitShown("frmPickAntennaDialog");
-    EXPECT_FALSE(wizard->See("frmPickAntennaDialog/cmdOK").enabled);
-    EXPECT_FALSE(wizard->See("cmdNav_2").enabled);
-    wizard->PressKey("Escape");
-    AwaitGone("frmPickAntennaDialog");
-
-    wizard->Click("cmdPickAntenna");
-    wizard->Choose("lstAntennas", "QEL RIGA Main Board");
-    wizard->Click("frmPickAntennaDialog/cmdOK");
-    wizard->WaitForText("lblBoardVersion", "You selected: QEL RIGA Main Board");
-    EXPECT_FALSE(wizard->See("cmdRetryGetVersions").enabled);
-    wizard->Click("cmdNav_2");
-    wizard->WaitForText("lblFlashFile", "F61150B.HEX");
-    wizard->Click("cmdNav_2");
-    wizard->WaitForText("lblFlashStatus_0", "Please cycle power to the antenna to reset");
-    QThread::msleep(500);  // nobody is at the switch sooner
-    antenna->Do("power off");
-    QThread::msleep(500);
-    antenna->Do("power on");
-    wizard->WaitForText("lblFlashStatus_0", "PLEASE PRESS NEXT", 60);
-    EXPECT_TRUE(antenna->Dump(home.Path("flashed")).memory == JudgedImage(home.Path("F61150B.HEX")));
-
-    wizard->Click("cmdNav_2");
-    wizard->WaitForText("txtShowPostFlashCmds", "SATINSTALL,<SATA>,<SATB>\n");
-    EXPECT_TRUE(wizard->See("lblPickAntennaInfo").Says("RESTART the antenna now."));
-    wizard->Click("cmdDismiss");
-    AwaitGone("frmShowPostFlashCmds");
-    wizard->Click("cmdNav_3");
-    ASSERT_TRUE(wizard->EndsWithin(10));
-    EXPECT_EQ(wizard->ExitCode(), 0);
-}
-
 TEST_F(Choosers, a_long_list_of_models_scrolls_and_fits_the_screen)
 {
     std::string config = home.Bytes("FLASHCFG.TXT");

@@ -34,12 +34,6 @@ protected:
         wizard->WaitUntil(name + " holds \"" + words + "\"", [&] { return wizard->See(name).text == words; });
     }
 
-    void Check(const std::string& option)
-    {
-        wizard->Click(option);
-        wizard->WaitUntil(option + " is on", [&] { return wizard->See(option).checked; });
-    }
-
     /// The antenna hears exactly these lines, each with a CR behind it, and what comes later isn't theirs.
     void ExpectHeard(const std::vector<std::string>& lines, const std::string& why)
     {

@@ -32,7 +32,8 @@ std::string SmallFlashFile(const std::string& name, bool loader)
     std::mt19937 random(seed);
     const bool hex = text::Right(name, 4) == ".HEX";
     const std::string stem = name.substr(0, name.size() - 4);
-    std::string file = hex ? "" : Record("S0", Bytes({3 + static_cast<std::uint32_t>(stem.size()), 0, 0}) + stem);
+    std::string file = hex ? Record(":", Bytes({2, 0, 0, 4, 0, 0}))
+                           : Record("S0", Bytes({3 + static_cast<std::uint32_t>(stem.size()), 0, 0}) + stem);
     // Each kind where its board takes it from; a second file lies over the end of the first.
     std::uint32_t address = hex ? 0x2250 : (loader ? 0x180 : 0x2200);
     for (int line = 0; line < 10; ++line, address += 16) {
@@ -66,10 +67,11 @@ std::map<std::string, std::string> ProgramFiles()
 
 }  // namespace
 
-void WriteProgramFiles(const fs::path& directory)
+void WriteProgramFiles(const fs::path& directory, bool others)
 {
     static const std::map<std::string, std::string> files = ProgramFiles();
-    for (const auto& [name, content] : files) WriteFile(directory / name, content);
+    for (const auto& [name, content] : files)
+        if (others || (name[6] != '.' && name[6] != '0')) WriteFile(directory / name, content);
 }
 
 void MakeFlashFile(const fs::path& file, std::size_t size, int offset, const std::string& options)

@@ -13,8 +13,8 @@ void MakeFlashFile(const std::filesystem::path& file, std::size_t size, int offs
 /// What srec_cat makes of a file, from address 0 on, 0xFF in its gaps; `size` bytes, or up to its last one.
 std::string Judged(const std::filesystem::path& file, const std::string& options, std::size_t size = 0);
 
-/// FLASHCFG.TXT and all flash files that it names, a few lines each and no two alike; besides, for every one an other
+/// FLASHCFG.TXT and all flash files that it names, a few lines each and no two alike; with `others`, for every one a
 /// revision that is never the newest ("F61160.HEX" beside "F61160A.HEX") and a damaged one ("F611600.HEX").
-void WriteProgramFiles(const std::filesystem::path& directory);
+void WriteProgramFiles(const std::filesystem::path& directory, bool others);
 
 std::string Quoted(const std::filesystem::path& path);

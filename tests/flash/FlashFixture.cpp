@@ -6,8 +6,6 @@
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
-namespace fs = std::filesystem;
-
 namespace {
 
 /// How the lists of STEP_2 name a board type: the list (0 none, 2 cboBoardToFlash, 3 cboOtherBoard) and the entry.
@@ -31,23 +29,10 @@ void PressBoard(int board)
     }
 }
 
-void FlashFixture::Start(int boardType, const std::string& unit, int lines)
+void FlashFixture::Start(int boardType, const std::string& unit)
 {
     board = boardType;
-    const fs::path config = fs::path(SOURCE_DIR) / "demo" / "FLASHCFG.TXT";
-    const std::string text = ReadFile(config);
-    ASSERT_FALSE(text.empty());
-    WriteFile(pc.directory / "FLASHCFG.TXT", text);
-    TempDirectory directory;
-    const fs::path hex = directory.path / "small.HEX";
-    MakeFlashFile(hex, static_cast<std::size_t>(lines) * 16, 0x200, "-Intel -line-length=44 -CRLF");
-    const std::string flashFile = ReadFile(hex);
-    for (const std::string& line : text::Split(text, "\n")) {
-        const std::vector<std::string> fields = text::Split(line, "$");
-        if (fields.size() < 6 || fields[0] != "ANTENNA" || !text::Holds(fields[5], ".HEX")) continue;
-        for (const std::string& file : text::Split(fields[5], ":"))
-            WriteFile(pc.directory / text::Trim(file), flashFile);
-    }
+    WriteProgramFiles(pc.directory, false);
     if (!pc.onModal) pc.onModal = ChooseNoModel;
     pc.timeLimit = pc.now + 20000;
     pc.Connect(boardType, unit);

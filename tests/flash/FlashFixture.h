@@ -16,8 +16,8 @@ void PressBoard(int board);
 
 class FlashFixture : public testing::Test {
 protected:
-    /// The program is started, with `lines` data records of 16 bytes in every .HEX file of the configuration.
-    void Start(int boardType, const std::string& unit = {}, int lines = 10);
+    /// The program is started, with all flash files and the unit at its port.
+    void Start(int boardType, const std::string& unit = {});
 
     /// Presses Next as soon as it may be pressed.
     [[nodiscard]] bool Next(double seconds = 60);

@@ -1,7 +1,7 @@
 // A main board from "Welcome!" to "Finished!", and everything that can go wrong on the way.
 
-#include "session/Wizard.h"
 #include "knowledge/BoardTable.h"
+#include "session/Wizard.h"
 #include "tests/flash/FlashFixture.h"
 #include "text/Text.h"
 

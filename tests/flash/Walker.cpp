@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <set>
+#include <stdexcept>
 
 #include "forms/frmCheckJarlForGLTV.h"
 #include "forms/frmPickAntennaDialog.h"
 #include "forms/frmSelectFlashFileDialog.h"
-#include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
@@ -15,90 +17,80 @@
 #include "text/Text.h"
 #include "wizard/frmWizard_Events.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
-// --- what is seen ----------------------------------------------------------------------------------------------------
+// --- all that depends on how the program keeps what it knows ---------------------------------------------------------
 
-/// The controls of each step, from the first to the last, in the order of the form.
-constexpr std::array<std::pair<const char*, const char*>, 9> frames{{
-    {"lblDiagsFrame", "cmdConfigUSERSat"},
-    {"lblInstructionsSTEP_INTRO_A", "cmdViewRelNotes"},
-    {"lblInstructionsSTEP_1_A", "lblInstructionsSTEP_1_C"},
-    {"frmSubSTEP_2", "lblWarning"},
-    {"lblBoardVersion", "cmdPickAntenna"},
-    {"lblFlashFile", "lblOverrideFileWarning"},
-    {"lblStatus", "lblFlashStatus_0"},
-    {"lblFlashStatus_1", "lblWaiting2"},
-    {"lblPickAntennaInfo", "chkShowFinishCmd"},
-}};
-
-std::vector<Control*> ControlsOf(int step)
+/// True for a unit whose boot loader the flash at hand will wait for and command.
+bool IsAwaited(const Road& road)
 {
-    constexpr std::array everywhere{"mnuFile",    "mnuCommPort", "mnuUpdate",      "mnuHelp",    "cmdNav_0",
-                                    "cmdNav_1",   "cmdNav_2",    "cmdNav_3",       "lblSendCmd", "txtSendCmd",
-                                    "imgEnabled", "imgDisabled", "lblRedoCOMMPort"};
-    std::vector<Control*> controls{&frmWizard.lblStep[(step + 8) % 9]};
-    bool inside = false;
-    for (Control* control : frmWizard.Self.Controls) {
-        inside = inside || control->Name == frames[step].first;
-        if (inside || std::find(everywhere.begin(), everywhere.end(), control->Name) != everywhere.end())
-            controls.push_back(control);
-        inside = inside && control->Name != frames[step].second;
-    }
-    return controls;
+    return road.unit->signOn == Session.plan->sBoardSignOn &&
+           road.unit->command == Session.plan->stages.front().sFlashCmd;
 }
 
-std::string Shown(const std::vector<Control*>& controls)
-{
-    std::string page;
-    for (const Control* control : controls) {
-        const std::string& name = control->Name;
-        if (!control->Visible || name == "lblTimeLeft_1" || name == "lblWaiting_SecondsLeft") continue;
-        page += name + " \"" + control->Caption() + control->Text() + "\"" + (control->Enabled ? " on" : " off");
-        for (const int value : {int{control->Locked}, control->Value(), int{control->Bold}, control->BackColor(),
-                                control->ForeColor(), control->ListIndex()})
-            page += " " + std::to_string(value);
-        page += "\n";
-    }
-    return page;
-}
+/// The button of the last step that leads to the next board.
+constexpr const char* anotherBoard = "cmdAnotherBoard";
 
-std::string Differing(const std::string& what, const std::string& fresh, const std::string& second)
-{
-    if (fresh == second) return {};
-    const auto at = std::mismatch(fresh.begin(), fresh.end(), second.begin(), second.end()).first - fresh.begin();
-    const std::size_t from = at > 30 ? static_cast<std::size_t>(at) - 30 : 0;
-    const auto part = [&](const std::string& in) { return "[" + (in.size() > from ? in.substr(from, 80) : "") + "]"; };
-    return what + " from " + std::to_string(at) + " on: " + part(second) + " in place of " + part(fresh) + "; ";
-}
+// --- what is done ----------------------------------------------------------------------------------------------------
 
 std::string Held(sim::Antenna& antenna)
 {
-    std::string kept;
+    std::string held;
     for (const sim::Memory* memory : {&antenna.Flash(), &antenna.Stage(2), &antenna.Stage(3), &antenna.BootImage()}) {
         const auto image = memory->Image();
-        kept.append(image.begin(), image.end()).append("\n");
+        held.append(image.begin(), image.end()).append("\n");
     }
-    for (const auto& [name, value] : antenna.Held().All()) kept += name + "=" + value + "\n";
-    return kept;
+    for (const auto& [name, value] : antenna.Held().All()) held += name + "=" + value + "\n";
+    return held;
 }
+
+/// One for all, with all flash files; in memory where there is such a place, since each setting goes to the disk.
+struct ProgramDirectory : TempDirectory {
+    ProgramDirectory() : TempDirectory(fs::exists("/dev/shm") ? "/dev/shm" : fs::temp_directory_path())
+    {
+        WriteProgramFiles(path, true);
+    }
+    static const fs::path& Path()
+    {
+        static const ProgramDirectory made;
+        return made.path;
+    }
+};
 
 /// The chord that leads to the diagnostics.
 void Chord() { Form_KeyDown('A', false, true, true); }
 
-std::vector<Form*> Dialogs()
+void LeaveLastStep()
 {
-    return {&frmPickAntennaDialog.Self, &frmSelectFlashFileDialog.Self, &frmShowPostFlashCmds.Self};
+    if (anotherBoard == nullptr || !Press(ControlOf(frmWizard.Self, anotherBoard))) Chord();
+}
+
+/// In a modal dialog.
+void AnswerModal(Form& form, bool wantsLibrary)
+{
+    if (&form != &frmCheckJarlForGLTV.Self) return ChooseNoModel(form);
+    PressOption(form, frmCheckJarlForGLTV.optGLTV[wantsLibrary ? 0 : 1]);
+    Press(frmCheckJarlForGLTV.cmdOK);
+}
+
+/// True when the program asks for the antenna's switch.
+bool AsksForPower()
+{
+    const auto says = [](Control& control, const char* words) {
+        return control.Visible && text::Holds(control.Caption(), words);
+    };
+    Control& banner = frmWizard.lblFlashStatus[0];
+    switch (ShownStep()) {
+    case STEP_3: return says(frmWizard.lblBoardVersion, "off and on");
+    case STEP_5: return says(banner, "cycle power") || says(banner, "cycle its power") || says(banner, "upgraded");
+    case STEP_6: return says(frmWizard.lblFlashStatus[1], "power off");
+    default: return false;
+    }
 }
 
 }  // namespace
-
-int ShownStep()
-{
-    for (int step = 0; step < frmWizard.fraStep.size(); ++step)
-        if (frmWizard.fraStep[step].Visible) return step;
-    return -1;
-}
 
 std::string Road::Name() const
 {
@@ -120,77 +112,43 @@ const std::vector<Road>& Roads()
     return roads;
 }
 
-std::string Difference(const Account& fresh, const Account& second)
+Walker::Walker(const Road& road) : pc(ProgramDirectory::Path()), road_(road)
 {
-    std::string told;
-    for (std::size_t page = 0; page < std::max(fresh.pages.size(), second.pages.size()) && told.empty(); ++page) {
-        if (page >= fresh.pages.size()) return "a further page: " + second.pages[page].substr(0, 200);
-        if (page >= second.pages.size()) return "no page: " + fresh.pages[page].substr(0, 200);
-        const std::vector<std::string> a = text::Split(fresh.pages[page], "\n");
-        const std::vector<std::string> b = text::Split(second.pages[page], "\n");
-        const auto [at, other] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-        if (at == a.end() && other == b.end()) continue;
-        told = Differing(a.front() + ", " + (at == a.end() ? *other : *at).substr(0, 30), at == a.end() ? "" : *at,
-                         other == b.end() ? "" : *other);
-    }
-    return told + Differing("bytes", fresh.heard, second.heard) + Differing("kept", fresh.kept, second.kept);
-}
-
-Walker::Walker(const Road& road) : road_(road)
-{
-    static const TempDirectory program(std::filesystem::exists("/dev/shm") ? "/dev/shm" : "");
-    static const bool filled = [] { return WriteProgramFiles(program.path), true; }();
-    pc.directory = filled ? program.path : pc.directory;
-    WriteFile(pc.directory / "Burnline.ini", "[BurnlineParameters]\r\nCOMMPort=7\r\n");
+    pc.timeLimit = pc.now + 30000;
     pc.onModal = [this](Form& form) {
-        account_.pages.push_back(form.Name + "\n" + Shown(form.Controls));
-        answer_(form);
+        account_.pages.push_back(Page(form));
+        modal_ = &form;
+        if (presses_ <= 0) AnswerModal(form, road_.way == Road::Library);
     };
-    pc.onBox = [this](const Box& box) { account_.pages.push_back("box\n" + box.title + "\n" + box.words); };
-    answer_ = [this](Form& form) {
-        if (&form != &frmCheckJarlForGLTV.Self) return ChooseNoModel(form);
-        PressOption(form, frmCheckJarlForGLTV.optGLTV[road_.way == Road::Library ? 0 : 1]);
-        Press(frmCheckJarlForGLTV.cmdOK);
-    };
-    pc.Connect(road.unit->board, road.unit->name);
+    pc.onBox = [this](const Box& box) { account_.pages.push_back("box " + OnOneLine(box.words + box.title)); };
+    Connect(road);
     pc.StartProgram();
     pc.RunFor(15);
     Watch(turn_);
 }
 
-void Walker::Plug(const Road& road)
+void Walker::Connect(const Road& road)
 {
     road_ = road;
     pc.deviceGone = false;
     pc.Connect(road.unit->board, road.unit->name);
+}
+
+void Walker::Plug(const Road& road)
+{
+    Connect(road);
     pc.RunFor(15);
 }
 
-void Walker::Look(const std::string& when)
-{
-    const int step = ShownStep();
-    account_.pages.push_back("step " + std::to_string(step) + " " + when + "\n" + Shown(ControlsOf(step)));
-    for (Form* dialog : Dialogs())
-        if (dialog->Visible) account_.pages.back() += Shown(dialog->Controls);
-}
-
-/// Switches the antenna off and on where the program asks for it, in any wait.
+/// Switches the antenna off and on where the program asks for it or waits for something in vain.
 void Walker::Watch(int turn)
 {
     if (turn != turn_) return;
-    const auto asks = [](Control& control, const char* words) {
-        return control.Visible && text::Holds(control.Caption(), words);
-    };
-    const int step = ShownStep();
-    Control& banner = frmWizard.lblFlashStatus[0];
-    const bool asked = (step == STEP_3 && asks(frmWizard.lblBoardVersion, "off and on")) ||
-                       (step == STEP_5 &&
-                        (asks(banner, "cycle power") || asks(banner, "cycle its power") || asks(banner, "upgraded"))) ||
-                       (step == STEP_6 && asks(frmWizard.lblFlashStatus[1], "power off"));
+    const bool asked = AsksForPower() || pc.now > pressedAt_ + 100;
     asked_ = asked && asked_ < 60 ? asked_ + 1 : 0;
     if (asked_ == 3) {
         Switch(false);
-        pc.At(step == STEP_6 ? 10 : 2, [this] { Switch(true); });
+        pc.At(ShownStep() == STEP_6 ? 10 : 2, [this] { Switch(true); });
     }
     pc.At(0.5, [this, turn] { Watch(turn); });
 }
@@ -208,31 +166,37 @@ bool Walker::Next(double seconds)
     Control& port = road_.way == Road::USB ? frmWizard.optUSB : frmWizard.optSerial;
     if (ShownStep() == STEP_3 && Press(port)) usb_ = road_.way == Road::USB;
     if (!pc.RunUntil([] { return frmWizard.cmdNav[2].Enabled(); }, seconds)) return false;
-    Look("left");
-    pc.At(0.01, [this] { Look("entered"); });
-    return Press(frmWizard.cmdNav[2]);
+    account_.pages.push_back(Page("left"));
+    pc.At(0.01, [this] { account_.pages.push_back(Page("entered")); });
+    pressedAt_ = pc.now;
+    const bool pressed = Press(frmWizard.cmdNav[2]);
+    pressedAt_ = never;
+    pc.RunFor(0.1);
+    return pressed;
 }
 
 /// On to the last step.
-void Walker::Finish(double seconds)
+void Walker::Finish()
 {
     for (int presses = 0; presses < 10 && ShownStep() != STEP_FINISHED; ++presses) {
         if (ShownStep() == STEP_4 && account_.planned == 0) account_.planned = pc.sent.size();
-        if (!Next(seconds)) break;
+        if (!Next(1500)) break;
     }
-    Look("left");
+    account_.pages.push_back(Page("left"));
     account_.finished = ShownStep() == STEP_FINISHED;
 }
 
 bool Walker::ToBoards()
 {
-    for (int presses = 0; presses < 12 && ShownStep() != STEP_2 && !IsExitRequested(); ++presses) {
-        if (ShownStep() == STEP_FINISHED)
-            Chord();
-        else if (ShownStep() < STEP_2)
+    for (int tries = 0; tries < 100 && ShownStep() != STEP_2 && !IsExitRequested(); ++tries) {
+        const int step = ShownStep();
+        if (step == STEP_FINISHED)
+            LeaveLastStep();
+        else if (step < STEP_2)
             Next(60);
-        else if (!Press(frmWizard.cmdNav[1]))
+        else if (!Press(frmWizard.cmdNav[1]) && !(step >= STEP_5 && Press(frmWizard.cmdNav[2])))
             Chord();
+        if (ShownStep() == step) pc.RunFor(20);
     }
     return ShownStep() == STEP_2;
 }
@@ -242,12 +206,156 @@ Account Walker::Flash(const Road& road)
     road_ = road;
     usb_ = false;
     asked_ = 0;
+    pc.timeLimit = pc.now + 6000;
     Watch(++turn_);
     account_ = {};
     pc.sent.clear();
     PressBoard(road.unit->board);
-    Finish(1500);
+    Finish();
     account_.heard = pc.sent;
     account_.kept = Held(pc.antenna());
     return account_;
+}
+
+void Walker::SetFault(const std::string& words)
+{
+    constexpr std::array noSecondTry{3, 4, 6, 9, 11, 13};
+    std::string ignored;
+    if (std::find(noSecondTry.begin(), noSecondTry.end(), road_.unit->board) == noSecondTry.end())
+        pc.antenna().SetFault(words, ignored);
+}
+
+void Walker::Do(const std::string& moves, const Road& next)
+{
+    PickAntennaForm& picks = frmPickAntennaDialog;
+    SelectFlashFileForm& files = frmSelectFlashFileDialog;
+    const auto takeFile = [&](int entry) {
+        if (Press(frmWizard.cmdOverrideFile)) Choose(files.cboChooseFile, entry);
+        Press(files.cmdOK);
+    };
+    const std::map<char, std::function<void()>> table{
+        {'c', [&] { PressBoard(road_.unit->board); }},
+        {'n', [&] { Next(60); }},
+        {'b', [&] { Press(frmWizard.cmdNav[1]); }},
+        {'k', Chord},
+        {'B', [&] { pc.At(1.5, [] { Press(frmWizard.cmdNav[1]); }); }},  // in the middle of what follows
+        {'K', [&] { pc.At(1.5, Chord); }},
+        {'e',
+         [&] {
+             if (Finish(); !account_.finished)
+                 throw std::runtime_error("the flash of " + road_.Name() + " ahead of it has not finished");
+         }},
+        {'l', LeaveLastStep},
+        {'j', [&] { pc.RunFor(0.043); }},
+        {'w', [&] { pc.RunFor(100); }},
+        {'s', [&] { pc.SetPower(false); }},
+        {'p', [&] { pc.SetPower(true), pc.RunFor(15); }},
+        {'x', [&] { Plug(next); }},
+        {'r', [&] { Press(frmWizard.cmdRetryGetVersions), pc.RunFor(20); }},
+        {'d', [&] { Press(frmWizard.cmdPickAntenna); }},
+        {'i',
+         [&] {
+             if (picks.Self.Visible)
+                 Choose(picks.lstAntennas, static_cast<int>(Random(picks.lstAntennas.List().size())));
+         }},
+        {'o', [&] { Press(picks.cmdOK); }},
+        {'q', [&] { Press(picks.cmdCancel); }},
+        {'f', [&] { takeFile(0); }},
+        {'F', [&] { takeFile(1); }},  // the damaged one
+        {'t', [&] { SetFault("silent 4"); }},
+        {'m', [&] { SetFault("mute SATINSTALL always"); }},
+    };
+    for (const char letter : moves)
+        if (!IsExitRequested()) table.at(letter)();
+}
+
+void Walker::Roam(unsigned seed, int presses)
+{
+    random_.seed(seed);
+    presses_ = presses;
+    Stroll();
+    pc.RunUntil([this] { return presses_ <= 0; }, 1e6);
+    pc.RunFor(10);  // what was pressed last still reaches its antenna
+}
+
+/// One press, and at some time the next one; whether that waits for this one is up to the program.
+void Walker::Stroll()
+{
+    constexpr double gaps[] = {0.05, 0.3, 1, 2, 7, 20};
+    if (presses_ <= 0) return;
+    pc.At(gaps[Random(6)], [this] { Stroll(); });
+    const bool flashing = (ShownStep() == STEP_5 || ShownStep() == STEP_6) && !frmWizard.cmdNav[1].Enabled &&
+                          !frmWizard.cmdNav[2].Enabled;
+    held_ = flashing ? held_ + 1 : 0;
+    if (held_ > 0 && held_ < 500) return Chord();
+    if (--presses_ == 0) {
+        if (modal_ && modal_->Visible) AnswerModal(*modal_, false);
+    } else if (ShownStep() >= STEP_5 || Random(10) > 0) {
+        PressAnything();
+    } else if (Random(3) > 0) {
+        Connect(Roads()[Random(Roads().size())]);
+        trail += " (" + road_.Name() + ")";
+    } else {
+        pc.SetPower(!pc.antenna().IsPowered());
+        trail += " (power)";
+    }
+}
+
+void Walker::PressAnything()
+{
+    std::vector<std::pair<Form*, Control*>> choices;
+    const auto add = [&](Form& form, const std::vector<Control*>& controls) {
+        static const std::set<std::string> endsTheProgram{"cmdNav_0", "cmdNav_3"};
+        for (Control* control : controls)
+            if (control->Visible && control->Enabled && endsTheProgram.count(control->Name) == 0 &&
+                (control->Click || !control->List().empty()))
+                choices.emplace_back(&form, control);
+    };
+    Control& next = frmWizard.cmdNav[2];
+    if (modal_ && modal_->Visible) {
+        add(*modal_, modal_->Controls);
+    } else if (Random(20) == 0) {
+        trail += " chord";
+        return Chord();
+    } else if (next.Enabled && Random(3) == 0) {
+        add(frmWizard.Self, {&next});
+    } else {
+        add(frmWizard.Self, ControlsOf(ShownStep()));
+        for (Form* dialog : Dialogs()) add(*dialog, dialog->Controls);
+    }
+    if (choices.empty()) return;
+    const auto& [form, control] = choices[Random(choices.size())];
+    trail += " " + control->Name;
+    if (control == &next && ShownStep() == STEP_4) BeginFlash();
+    if (control == &frmWizard.optUSB || control == &frmWizard.optSerial) usb_ = control == &frmWizard.optUSB;
+    PressOrChoose(*form, *control);
+}
+
+void Walker::PressOrChoose(Form& form, Control& control)
+{
+    const std::size_t entries = control.List().size();
+    const std::string kind = text::Left(control.Name, 3);
+    if (entries > 0) {
+        const std::size_t entry = Random(entries);
+        trail += ":" + std::to_string(entry);
+        Choose(control, static_cast<int>(entry));
+    } else if (kind == "opt" && !control.Group.empty()) {
+        PressOption(form, control);
+    } else {
+        if (kind == "chk") control.Value = 1 - control.Value;
+        Press(control);
+    }
+}
+
+/// The antenna that the flash is for is at the port; it may falter.
+void Walker::BeginFlash()
+{
+    constexpr const char* faults[] = {
+        "silent 4", "mute BIASAZ always", "mute SATINSTALL always", "power-lost 6", "noise", "lag"};
+    std::vector<Road> fit;
+    std::copy_if(Roads().begin(), Roads().end(), std::back_inserter(fit), IsAwaited);
+    if (!IsAwaited(road_) && !fit.empty()) Connect(fit[Random(fit.size())]);
+    if (!pc.antenna().IsPowered()) pc.SetPower(true);
+    if (Random(2) == 0) SetFault(faults[Random(std::size(faults))]);
+    trail += " (flash of " + road_.Name() + ")";
 }

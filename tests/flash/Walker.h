@@ -2,14 +2,15 @@
 // A technician who goes through the wizard by what its forms show, with one antenna after the other in one run of the
 // program, and keeps account of what was shown, what each antenna heard and what it holds in the end.
 
-#include <functional>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "simulator/Units.h"
 #include "tests/VirtualComputer.h"
+#include "tests/flash/Pages.h"
 
-/// An antenna and the way its flash goes: USB and the satellite library are only offered for some of them.
+/// An antenna and the way its flash goes: USB and the satellite library are offered for some of them alone.
 struct Road {
     enum Way { RS232, USB, Library };
     const sim::Unit* unit;
@@ -19,18 +20,6 @@ struct Road {
 
 /// Every simulated unit, and those with a second way twice.
 const std::vector<Road>& Roads();
-
-/// What one antenna's road from the choice of its board to the last step comes to.
-struct Account {
-    std::string heard;               // all bytes that the program wrote
-    std::size_t planned = 0;         // how many of them before STEP_3 was left
-    std::vector<std::string> pages;  // each step as it was entered and as it was left, each dialog and each box
-    std::string kept;                // the antenna's memory, then its parameters
-    bool finished = false;
-};
-
-/// What differs first in the pages, in the bytes and in the antenna; empty when nothing does.
-std::string Difference(const Account& fresh, const Account& second);
 
 class Walker {
 public:
@@ -46,22 +35,39 @@ public:
     /// From the choice of the board to the last step, all noted.
     Account Flash(const Road& road);
 
+    /// Does one thing after the other, each named by a letter of the table in the source. `next` is the antenna that
+    /// comes afterwards.
+    void Do(const std::string& moves, const Road& next);
+
+    /// `presses` times anything that is on but what ends the program, with any antenna in between. A flash that is
+    /// begun gets an antenna that fits and goes to its end.
+    void Roam(unsigned seed, int presses);
+
     VirtualComputer pc;
+    std::string trail;  // what Roam has pressed
 
 private:
     bool Next(double seconds);
-    void Finish(double seconds);
-    void Look(const std::string& when);
+    void Finish();
     void Watch(int turn);
     void Switch(bool on);
+    void Connect(const Road& road);
+    void SetFault(const std::string& words);
+    void Stroll();
+    void PressAnything();
+    void PressOrChoose(Form& form, Control& control);
+    void BeginFlash();
+    std::size_t Random(std::size_t below) { return random_() % below; }
 
+    static constexpr double never = 1e12;
     Road road_;
     bool usb_ = false;
-    int turn_ = 0;   // of the watch over the antenna's switch; an older one ends
-    int asked_ = 0;  // how often in a row it saw the power asked for, twice a second
+    int turn_ = 0;              // of the watch over the antenna's switch; an older one ends
+    int asked_ = 0;             // how often in a row it saw the power asked for, twice a second
+    double pressedAt_ = never;  // when the press that hasn't come back yet was made, seconds
     Account account_;
-    std::function<void(Form&)> answer_;
+    std::mt19937 random_;
+    int presses_ = 0;  // that Roam has left
+    int held_ = 0;     // how often in a row a flash let nothing be pressed
+    Form* modal_ = nullptr;
 };
-
-/// The step that is shown.
-int ShownStep();

@@ -126,25 +126,6 @@ TEST_F(UpdateWindow, is_free_at_once_when_the_server_never_answers_a_check_at_st
     ExpectEndInOrder();
 }
 
-TEST_F(UpdateWindow, says_of_a_check_at_start_only_what_matters)
-{
-    WriteAll(home.Path("SAME.HEX"), "the same");
-    Publish(Offer("SAME.HEX", "the same"));
-    StartProgram("True");
-    wizard->WaitUntil("the signature is fetched", [this] { return WasAsked("/well/list.txt.minisig"); });
-    // The answer is dealt with by the time that the same check, asked for, has told its result.
-    Choose("CheckForUpdates");
-    wizard->AnswerBox("No new versions found.", "OK");
-    EXPECT_FALSE(wizard->HasBox());
-    wizard->Close();
-    ExpectEndInOrder();
-
-    fs::remove(home.Path("BNLUpdate.pub"));
-    StartProgram("True");
-    wizard->AnswerBox("there is no public key (BNLUpdate.pub) in " + home.Path("").parent_path().string(), "OK");
-    wizard->WaitUntil("it is logged", [this] { return Findings().find("(BNLUpdate.pub)") != std::string::npos; });
-}
-
 TEST_F(UpdateWindow, drops_a_check_when_a_flash_is_about_to_begin)
 {
     home.MakeFlashFile("F61195A.HEX", 5);
@@ -238,20 +219,6 @@ TEST_F(UpdateWindow, replaces_the_program_itself_and_starts_it_once)
     EXPECT_EQ(home.Bytes("started"), "started\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(program.parent_path()), fs::directory_iterator()), 1)
         << "no copy is left";
-}
-
-TEST_F(UpdateWindow, imports_what_is_picked_by_the_menu)
-{
-    StartProgram("False");
-    WriteAll(Path("F61118AC.HEX"), "from a stick");
-    Choose("ImportFile");
-    wizard->AnswerFileDialog({});
-    Choose("ImportFile");
-    wizard->AnswerFileDialog(Path("F61118AC.HEX"));
-    wizard->AnswerBox("has updated its flash file library", "OK");
-    EXPECT_EQ(home.Bytes("F61118AC.HEX"), "from a stick");
-    EXPECT_NE(home.Bytes("BNL.LOG").find("++>Updated (copied) Flash File: " + Path("F61118AC.HEX") + "\r\n"),
-              std::string::npos);
 }
 
 }  // namespace

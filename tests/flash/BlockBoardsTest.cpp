@@ -297,15 +297,6 @@ protected:
     }
 };
 
-TEST_F(USBLink, ThatGoesWithThePowerAndComesBackIsWaitedFor)
-{
-    FlashOverUSB();
-    Switch(true);
-    ASSERT_TRUE(Next(300)) << frmWizard.txtParamsSent.Text();
-    EXPECT_EQ(STEP_FINISHED, frmWizard.iCurrentStep);
-    ExpectBlocksEqualFiles();
-}
-
 TEST_F(USBLink, ThatNeverComesBackLeavesWordsAndAWayOut)
 {
     FlashOverUSB();

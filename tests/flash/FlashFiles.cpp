@@ -49,8 +49,9 @@ std::map<std::string, std::string> ProgramFiles()
 {
     const std::string config = ReadFile(fs::path(SOURCE_DIR) / "demo" / "FLASHCFG.TXT");
     std::map<std::string, std::string> files{{"FLASHCFG.TXT", config}};
-    // What the program names itself: files for an RF1 board behind the main board, the later stages of board 21.
-    std::string fields = config + "$F61102S.HEX$F61118L.HEX$F61340B.S19$F61357B.S19";
+    // What the program names itself: files for an RF1 board behind the main board, the later stages of board 21, and
+    // the file that goes with one that is chosen for an RF board.
+    std::string fields = config + "$F61102S.HEX$F61118L.HEX$F61340B.S19$F61357B.S19$DVBDSS.HEX";
     for (const char* mark : {"\r", "\n", ":"}) fields = text::Replace(fields, mark, "$");
     for (const std::string& name : text::Split(fields, "$")) {
         const std::string ending = text::Right(name, 4);

@@ -23,10 +23,10 @@ namespace {
 
 // --- all that depends on how the program keeps what it knows ---------------------------------------------------------
 
-/// True for a unit whose boot loader the flash at hand will wait for and command.
+/// True for a unit of the kind that the flash at hand is planned for, with the boot loader that it will wait for.
 bool IsAwaited(const Road& road)
 {
-    return road.unit->signOn == Session.plan->sBoardSignOn &&
+    return road.unit->board == Session.plan->iBoardType && road.unit->signOn == Session.plan->sBoardSignOn &&
            road.unit->command == Session.plan->stages.front().sFlashCmd;
 }
 
@@ -201,7 +201,7 @@ bool Walker::ToBoards()
     return ShownStep() == STEP_2;
 }
 
-Account Walker::Flash(const Road& road)
+Account Walker::Flash(const Road& road, bool falters)
 {
     road_ = road;
     usb_ = false;
@@ -210,6 +210,10 @@ Account Walker::Flash(const Road& road)
     Watch(++turn_);
     account_ = {};
     pc.sent.clear();
+    if (falters) {
+        SetFault("mute @VER 1");
+        FailTransfer(1);
+    }
     PressBoard(road.unit->board);
     Finish();
     account_.heard = pc.sent;
@@ -225,6 +229,13 @@ void Walker::SetFault(const std::string& words)
         pc.antenna().SetFault(words, ignored);
 }
 
+/// A block that stays unanswered fails the transfer, a line or a record when it was sent again five times.
+void Walker::FailTransfer(int times)
+{
+    const bool resends = road_.unit->loader == sim::Loader::HexLines || road_.unit->loader == sim::Loader::SRecords;
+    SetFault("silent 4 " + std::to_string(resends ? 6 * times : times));
+}
+
 void Walker::Do(const std::string& moves, const Road& next)
 {
     PickAntennaForm& picks = frmPickAntennaDialog;
@@ -238,6 +249,7 @@ void Walker::Do(const std::string& moves, const Road& next)
         {'n', [&] { Next(60); }},
         {'b', [&] { Press(frmWizard.cmdNav[1]); }},
         {'k', Chord},
+        {'g', [&] { ToBoards(); }},
         {'B', [&] { pc.At(1.5, [] { Press(frmWizard.cmdNav[1]); }); }},  // in the middle of what follows
         {'K', [&] { pc.At(1.5, Chord); }},
         {'e',
@@ -262,15 +274,17 @@ void Walker::Do(const std::string& moves, const Road& next)
         {'q', [&] { Press(picks.cmdCancel); }},
         {'f', [&] { takeFile(0); }},
         {'F', [&] { takeFile(1); }},  // the damaged one
-        {'t', [&] { SetFault("silent 4"); }},
+        {'t', [&] { FailTransfer(5); }},
         {'m', [&] { SetFault("mute SATINSTALL always"); }},
     };
+    random_.seed(static_cast<unsigned>(road_.unit->board * 32 + next.unit->board));
     for (const char letter : moves)
         if (!IsExitRequested()) table.at(letter)();
 }
 
-void Walker::Roam(unsigned seed, int presses)
+void Walker::Roam(unsigned seed, int presses, std::string& trail)
 {
+    trail_ = &trail;
     random_.seed(seed);
     presses_ = presses;
     Stroll();
@@ -294,10 +308,10 @@ void Walker::Stroll()
         PressAnything();
     } else if (Random(3) > 0) {
         Connect(Roads()[Random(Roads().size())]);
-        trail += " (" + road_.Name() + ")";
+        *trail_ += " (" + road_.Name() + ")";
     } else {
         pc.SetPower(!pc.antenna().IsPowered());
-        trail += " (power)";
+        *trail_ += " (power)";
     }
 }
 
@@ -315,7 +329,7 @@ void Walker::PressAnything()
     if (modal_ && modal_->Visible) {
         add(*modal_, modal_->Controls);
     } else if (Random(20) == 0) {
-        trail += " chord";
+        *trail_ += " chord";
         return Chord();
     } else if (next.Enabled && Random(3) == 0) {
         add(frmWizard.Self, {&next});
@@ -325,8 +339,9 @@ void Walker::PressAnything()
     }
     if (choices.empty()) return;
     const auto& [form, control] = choices[Random(choices.size())];
-    trail += " " + control->Name;
-    if (control == &next && ShownStep() == STEP_4) BeginFlash();
+    if (control == &next && ShownStep() == STEP_4 && !BeginFlash()) return;
+    *trail_ += " " + control->Name;
+    if (ShownStep() == STEP_2) usb_ = false;
     if (control == &frmWizard.optUSB || control == &frmWizard.optSerial) usb_ = control == &frmWizard.optUSB;
     PressOrChoose(*form, *control);
 }
@@ -337,7 +352,7 @@ void Walker::PressOrChoose(Form& form, Control& control)
     const std::string kind = text::Left(control.Name, 3);
     if (entries > 0) {
         const std::size_t entry = Random(entries);
-        trail += ":" + std::to_string(entry);
+        *trail_ += ":" + std::to_string(entry);
         Choose(control, static_cast<int>(entry));
     } else if (kind == "opt" && !control.Group.empty()) {
         PressOption(form, control);
@@ -347,15 +362,18 @@ void Walker::PressOrChoose(Form& form, Control& control)
     }
 }
 
-/// The antenna that the flash is for is at the port; it may falter.
-void Walker::BeginFlash()
+/// The antenna that the flash is for is at the port; it may falter. False when there is none: a row may be picked by
+/// hand for a kind of board that can't take its file.
+bool Walker::BeginFlash()
 {
     constexpr const char* faults[] = {
         "silent 4", "mute BIASAZ always", "mute SATINSTALL always", "power-lost 6", "noise", "lag"};
     std::vector<Road> fit;
     std::copy_if(Roads().begin(), Roads().end(), std::back_inserter(fit), IsAwaited);
-    if (!IsAwaited(road_) && !fit.empty()) Connect(fit[Random(fit.size())]);
+    if (fit.empty()) return false;
+    if (!IsAwaited(road_)) Connect(fit[Random(fit.size())]);
     if (!pc.antenna().IsPowered()) pc.SetPower(true);
     if (Random(2) == 0) SetFault(faults[Random(std::size(faults))]);
-    trail += " (flash of " + road_.Name() + ")";
+    *trail_ += " (flash of " + road_.Name() + ")";
+    return true;
 }

@@ -32,19 +32,19 @@ public:
     /// To the choice of the board, from wherever; false when there is no way.
     bool ToBoards();
 
-    /// From the choice of the board to the last step, all noted.
-    Account Flash(const Road& road);
+    /// From the choice of the board to the last step, all noted. One that falters leaves a query unanswered, and its
+    /// transfer fails once.
+    Account Flash(const Road& road, bool falters = false);
 
     /// Does one thing after the other, each named by a letter of the table in the source. `next` is the antenna that
     /// comes afterwards.
     void Do(const std::string& moves, const Road& next);
 
     /// `presses` times anything that is on but what ends the program, with any antenna in between. A flash that is
-    /// begun gets an antenna that fits and goes to its end.
-    void Roam(unsigned seed, int presses);
+    /// begun gets an antenna that fits and goes to its end. `trail` becomes what was pressed.
+    void Roam(unsigned seed, int presses, std::string& trail);
 
     VirtualComputer pc;
-    std::string trail;  // what Roam has pressed
 
 private:
     bool Next(double seconds);
@@ -53,10 +53,11 @@ private:
     void Switch(bool on);
     void Connect(const Road& road);
     void SetFault(const std::string& words);
+    void FailTransfer(int times);
     void Stroll();
     void PressAnything();
     void PressOrChoose(Form& form, Control& control);
-    void BeginFlash();
+    bool BeginFlash();
     std::size_t Random(std::size_t below) { return random_() % below; }
 
     static constexpr double never = 1e12;
@@ -68,6 +69,7 @@ private:
     Account account_;
     std::mt19937 random_;
     int presses_ = 0;  // that Roam has left
-    int held_ = 0;     // how often in a row a flash let nothing be pressed
+    std::string* trail_ = nullptr;
+    int held_ = 0;  // how often in a row a flash let nothing be pressed
     Form* modal_ = nullptr;
 };

@@ -12,27 +12,6 @@ protected:
     }
 };
 
-TEST_F(BoardChoice, one_choice_replaces_the_other_everywhere)
-{
-    for (const int entry : {6, 1}) {
-        Choose(frmWizard.cboOtherBoard, entry);
-        SetStep(STEP_3);
-        EXPECT_EQ(frmWizard.optUSB.Visible(), entry == 6);
-    }
-    EXPECT_EQ(world.Settings(), "38400,N,8,1");
-    Choose(frmWizard.cboBoardToFlash, 4);
-    EXPECT_EQ(frmWizard.cboOtherBoard.ListIndex, 0);
-    EXPECT_EQ(Session.choice.iBoardType, 5);
-    EXPECT_EQ(world.Settings(), "9600,N,8,1");
-
-    Choose(frmWizard.cboOtherBoard, 1);
-    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[1]);
-    EXPECT_EQ(Session.choice.iBoardType, 1);
-    EXPECT_EQ(frmWizard.cboBoardToFlash.ListIndex, 0);
-    EXPECT_EQ(frmWizard.cboOtherBoard.ListIndex, 0);
-    EXPECT_EQ(world.Settings(), "9600,N,8,1");
-}
-
 TEST_F(BoardChoice, the_option_of_an_empty_list_does_not_keep_the_board_chosen_before)
 {
     PressOption(frmWizard.Self, frmWizard.optBoardToFlash[0]);

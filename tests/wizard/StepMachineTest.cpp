@@ -28,23 +28,6 @@ TEST_F(StepMachine, the_diagnostics_are_entered_by_a_chord_and_left_to_the_first
     EXPECT_EQ(ShownStep(), STEP_INTRO);
 }
 
-TEST_F(StepMachine, who_comes_again_during_the_reading_is_served_by_the_first_wait)
-{
-    PressOption(frmWizard.Self, frmWizard.optBoardToFlash[0]);
-    bool innerStepReturned = false;
-    world.At(0.3, [&] {
-        cmdNav_Click(1);
-        EXPECT_EQ(Session.link.iCommMode, STATE_IDLE) << "nobody waits for the versions on the step before";
-        cmdNav_Click(2);
-        innerStepReturned = Session.link.iCommMode == STATE_GET_VERSIONS;
-    });
-    SetStep(STEP_3);
-    EXPECT_TRUE(innerStepReturned) << "the wait of the second entry stands on the first one's";
-    EXPECT_EQ(ShownStep(), STEP_3);
-    EXPECT_TRUE(text::Holds(frmWizard.lblBoardVersion.Caption(), "Could not retrieve Main Board version!"));
-    EXPECT_EQ(Keys(), "1100");
-}
-
 TEST_F(StepMachine, a_board_without_a_row_leads_back_to_the_versions_as_often_as_one_tries)
 {
     Choose(frmWizard.cboOtherBoard, 3);

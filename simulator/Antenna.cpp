@@ -86,7 +86,7 @@ void Antenna::Restart(double now, double patience)
     input_.clear();
     awaitsReturn_ = false;
     ready_ = false;
-    lastAnswer_ = now;
+    busyUntil_ = lastAnswer_ = now;
     baud_ = unit_.baud;
     state_ = State::Resetting;
     At(now + loaderStart, [this, patience](double then) { SignOn(then, patience); });

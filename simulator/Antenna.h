@@ -120,6 +120,8 @@ public:
     /// True when the boot loader of board 1 is the new one.
     bool HasNewLoader() const { return !oldLoader_; }
     const Faults& SetFaults() const { return faults_; }
+    /// Those that the wire carries out.
+    Disturbances& OnTheLine() { return faults_.Any(); }
 
     // What was seen since the last program command, for tests. Lines are records on board 21, and blocks of the leg
     // under way on those that take them.
@@ -169,6 +171,7 @@ private:
     void Erase(double now);
     void EndErase(double now);
     double Acknowledge(const std::string& reply, double now);
+    void Work(double now, std::function<void(double)> work);
     void Stray(char byte, const char* when);
     bool LosesPower(const std::string& fault, int unit, double now);
 
@@ -213,6 +216,7 @@ private:
     bool ready_ = false;         // lines are taken
     bool lastLineGood_ = false;  // and answered
     double lastByte_ = 0;        // when the last byte came in
+    double busyUntil_ = 0;       // with what has come in
     double lastAnswer_ = 0;      // when the last answer goes out: no later one overtakes it
     std::uint32_t upper_ = 0;    // base address of data records
     int goodLines_ = 0, refusedLines_ = 0, strayBytes_ = 0;

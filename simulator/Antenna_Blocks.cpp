@@ -38,7 +38,7 @@ void Antenna::TakeBlockByte(char byte, double now)
     if (input_.size() < blockSize) return;
     const std::vector<std::uint8_t> block(input_.begin(), input_.end());
     input_.clear();
-    TakeBlock(block, now);
+    Work(now, [this, block](double then) { TakeBlock(block, then); });
 }
 
 void Antenna::TakeBlock(const std::vector<std::uint8_t>& block, double now)

@@ -16,6 +16,7 @@ namespace {
 constexpr double thinking = 0.02;  // from a command to its answer
 constexpr double pieceGap = 0.15;  // between the pieces of an answer that comes in pieces on request
 constexpr double lagGap = 0.04;    // and of one that lags
+constexpr double echoGap = 0.02;   // from an answer to its double
 
 constexpr std::size_t shortText = 8;  // what is no longer comes in one piece
 
@@ -92,10 +93,17 @@ std::string Antenna::AnswerOfDish(const std::string& command)
 /// Says it as late as the faults in force want it, but never ahead of an answer that was given before; gives the time.
 double Antenna::Answer(const std::string& text, double when)
 {
-    when = std::max(when + faults_.Delay(), lastAnswer_);
-    const bool pieces = faults_.Lags() && text.size() > shortText;
-    SayPieces(text, pieces ? 3 : 1, lagGap, when);
-    return lastAnswer_ = when + (pieces ? 2 * lagGap : 0);
+    const Disturbances::Fate fate = faults_.Any().NextAnswer();
+    when = std::max(when + faults_.Delay() + fate.late, lastAnswer_);
+    const bool parted = fate.apart > 0 && text.size() > 1;
+    const bool pieces = parted || (faults_.Lags() && text.size() > shortText);
+    const double gap = parted ? fate.apart : lagGap;
+    SayPieces(text, pieces ? 3 : 1, gap, when);
+    lastAnswer_ = when + (pieces ? 2 * gap : 0);
+    if (!fate.twice) return lastAnswer_;
+    lastAnswer_ += echoGap;
+    At(lastAnswer_, [this, text](double then) { Say(text, then); });
+    return lastAnswer_;
 }
 
 void Antenna::SayPieces(const std::string& text, std::size_t pieces, double gap, double when)

@@ -22,7 +22,7 @@ void Antenna::TakeLineByte(char byte, double now)
     std::string line;
     line.swap(input_);
     if (line.empty() && !strict) return;
-    TakeLine(line, now);
+    Work(now, [this, line](double then) { TakeLine(line, then); });
 }
 
 void Antenna::TakeLine(const std::string& line, double now)

@@ -1,8 +1,10 @@
 // The antenna's boot loader: sign-on, program command, erase. What comes then is told in a file for each kind of
 // loader.
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <utility>
 
 #include "simulator/Antenna.h"
 
@@ -203,11 +205,21 @@ bool Antenna::LosesPower(const std::string& fault, int unit, double now)
     return true;
 }
 
+/// Does it at once, or when a busy board gets to it: in the order in which it came.
+void Antenna::Work(double now, std::function<void(double)> work)
+{
+    busyUntil_ = std::max(busyUntil_, now) + faults_.Any().Busy();
+    if (busyUntil_ <= now) return work(now);
+    At(busyUntil_, std::move(work));
+}
+
 /// Gives the time at which the reply goes out.
 double Antenna::Acknowledge(const std::string& reply, double now)
 {
     if (faults_.Strikes("noise")) {
-        const std::string wrong(1, noise[static_cast<std::size_t>(goodLines_ / 2) % noise.size()]);
+        const auto turn = static_cast<std::size_t>(goodLines_ / 2);
+        std::string wrong(1, noise[turn % noise.size()]);
+        if (wrong == reply) wrong = noise[(turn + 1) % noise.size()];
         const bool ahead = goodLines_ % 2 == 0;
         Answer(ahead ? wrong : reply, now);
         return Answer(ahead ? reply : wrong, now + noiseGap);

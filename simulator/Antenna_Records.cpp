@@ -74,7 +74,7 @@ void Antenna::AwaitSpeed(char byte, double now)
 void Antenna::TakeRecordByte(char byte, double now)
 {
     std::string line;
-    if (TakeWholeLine(byte, line) && !line.empty()) TakeRecord(line, now);
+    if (TakeWholeLine(byte, line) && !line.empty()) Work(now, [this, line](double then) { TakeRecord(line, then); });
 }
 
 void Antenna::TakeRecord(const std::string& line, double now)

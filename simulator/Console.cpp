@@ -9,12 +9,14 @@
 #include <sstream>
 #include <utility>
 
+#include "simulator/AnyFault.h"
+
 namespace sim {
 
 namespace {
 
 constexpr double portGoneSeconds = 5;
-constexpr std::string_view portGoneWord = "port-gone";
+constexpr std::string_view portGoneWord = "port-gone", anyWord = "any ";
 
 /// The first word of a line; the line keeps the rest.
 std::string TakeWord(std::string& line)
@@ -90,6 +92,7 @@ std::string Console::Help()
                "state                         what the antenna is doing\n"
                "quit                          the end\n") +
            Faults::Help() +
+           "fault any SEED                a fault by chance; the same seed makes the same one\n"
            "fault port-gone [SECONDS|always] the port vanishes and comes back (5), or not before the next \"port-gone "
            "0\"\n";
 }
@@ -128,6 +131,10 @@ bool Console::Run(const std::string& line, double now, std::string& answer)
 std::string Console::SetFault(const std::string& words)
 {
     std::string why;
+    if (words.starts_with(anyWord) && CountOf(words.substr(anyWord.size()))) {
+        Dice dice(*CountOf(words.substr(anyWord.size())));
+        return SetFault(AnyFault(antenna_.Kind(), {}, dice));
+    }
     if (!words.starts_with(portGoneWord)) return antenna_.SetFault(words, why) ? "" : "not understood: " + why;
     std::istringstream in(words.substr(portGoneWord.size()));
     double seconds = portGoneSeconds;

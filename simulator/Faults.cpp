@@ -83,6 +83,16 @@ const char* Faults::Help()
            "fault split-versions          version answers come in three pieces\n"
            "fault split C [K|always]      the answer to command C comes in three pieces\n"
            "fault mute C [K|always]       command C, with or without values, is not answered\n"
+           "fault late N MS               the Nth answer from now on, to whatever, comes so much later\n"
+           "fault doubled N               the Nth answer comes twice\n"
+           "fault parted N MS             the Nth answer comes in pieces with so much time between them\n"
+           "fault busy N MS               the Nth line, record or block takes so much longer; what comes meanwhile "
+           "waits\n"
+           "fault held N MS               from the Nth byte said on, all is held back and let go together\n"
+           "fault said-changed N          the Nth byte from now on reaches the program as another one\n"
+           "   said-lost, said-inserted:  it doesn't reach it; one comes ahead of it;\n"
+           "   heard-changed, heard-lost, heard-inserted: the same on the way to the antenna;\n"
+           "   each of these by chance: late about N MS [SEED], on the average one in N, up to so long; 1: each\n"
            "fault clear                   no fault any more\n";
 }
 
@@ -98,6 +108,7 @@ bool Faults::Set(const std::string& words, std::string& why)
     if (word.empty()) return refuse("which fault?");
     if (word[0] == "clear" && word.size() == 1) {
         faults_.clear();
+        any_.Clear();
         delay_ = 0;
         return true;
     }
@@ -106,6 +117,7 @@ bool Faults::Set(const std::string& words, std::string& why)
         delay_ = word[1] == "0" ? 0 : *CountOf(word[1]) / 1000.0;
         return true;
     }
+    if (Disturbances::Knows(word[0])) return any_.Set(word, why);
     const Kind* kind = FindKind(word[0]);
     if (!kind) return refuse("no such fault: " + word[0]);
 
@@ -133,6 +145,7 @@ bool Faults::Set(const std::string& words, std::string& why)
 
 bool Faults::UseUp(Fault& fault)
 {
+    ++struck_[fault.name];
     if (fault.times > 0 && --fault.times == 0) {
         faults_.erase(faults_.begin() + (&fault - faults_.data()));
     }
@@ -154,7 +167,9 @@ bool Faults::Lags() const
 
 double Faults::Delay()
 {
+    if (delay_ > 0) ++struck_["slow"];
     if (!Lags()) return delay_;
+    ++struck_["lag"];
     lag_ = lag_ * 1103515245u + 12345u;
     return delay_ + static_cast<double>(lag_ >> 16 & 0xFF) * mostLag / 255;
 }
@@ -188,7 +203,15 @@ std::vector<std::string> Faults::InForce() const
         }
         lines.push_back(line.str());
     }
+    for (const std::string& line : any_.InForce()) lines.push_back(line);
     return lines;
+}
+
+std::map<std::string, int> Faults::Struck() const
+{
+    std::map<std::string, int> all = struck_;
+    for (const auto& [name, times] : any_.Struck()) all[name] += times;
+    return all;
 }
 
 }  // namespace sim

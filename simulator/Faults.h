@@ -1,8 +1,11 @@
 #pragma once
 // What goes wrong on request. Each fault strikes a number of times, or for good.
 
+#include <map>
 #include <string>
 #include <vector>
+
+#include "simulator/Disturbances.h"
 
 namespace sim {
 
@@ -28,6 +31,12 @@ public:
     /// a row that is always the same.
     double Delay();
 
+    /// What strikes any byte or answer.
+    Disturbances& Any() { return any_; }
+
+    /// How often each fault has struck, by its name.
+    std::map<std::string, int> Struck() const;
+
     /// Sets in force, one line each.
     std::vector<std::string> InForce() const;
 
@@ -45,6 +54,8 @@ private:
     bool UseUp(Fault& fault);
 
     std::vector<Fault> faults_;
+    Disturbances any_;
+    std::map<std::string, int> struck_;
     double delay_ = 0;
     unsigned lag_ = 1;  // the state of the row of lags
 };

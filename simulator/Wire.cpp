@@ -37,7 +37,8 @@ void Wire::Write(std::string_view bytes, double now)
     programFree_ = std::max(programFree_, now);
     for (const char byte : bytes) {
         programFree_ += ByteTime(baud_);
-        toAntenna_.push_back({programFree_, byte, baud_});
+        for (const char heard : antenna_.OnTheLine().Pass(Disturbances::Side::Heard, byte))
+            toAntenna_.push_back({programFree_, heard, baud_});
     }
 }
 
@@ -46,7 +47,10 @@ void Wire::Say(std::string_view bytes, double now)
     antennaFree_ = std::max(antennaFree_, now);
     for (const char byte : bytes) {
         antennaFree_ += ByteTime(antenna_.Baud());
-        toProgram_.push_back({antennaFree_, byte, antenna_.Baud()});
+        const double hold = antenna_.OnTheLine().Holds();
+        if (hold > 0) held_ = antennaFree_ + hold;
+        for (const char said : antenna_.OnTheLine().Pass(Disturbances::Side::Said, byte))
+            toProgram_.push_back({std::max(antennaFree_, held_), said, antenna_.Baud()});
     }
 }
 
@@ -54,6 +58,7 @@ void Wire::Cut(double now)
 {
     while (!toProgram_.empty() && toProgram_.back().at > now) toProgram_.pop_back();
     antennaFree_ = std::min(antennaFree_, now);
+    held_ = 0;
 }
 
 std::string Wire::Read(double now)

@@ -52,6 +52,7 @@ private:
     int baud_ = 9600;
     std::deque<Byte> toAntenna_, toProgram_;
     double programFree_ = 0, antennaFree_ = 0;  // when the line is free in each direction
+    double held_ = 0;                           // what the antenna says arrives no earlier
     std::string arrived_;
 };
 

@@ -161,6 +161,7 @@ void VirtualComputer::Collect()
     const std::string heard = wire_->Read(now);
     if (heard.empty() || !open_ || deviceGone) return;
     waiting_ += heard;
+    received += heard;
     event_ = comEvReceive;
 }
 

@@ -55,6 +55,7 @@ public:
     std::vector<std::string> openDialogAnswer;
     std::optional<std::string> saveDialogAnswer;
     std::string sent;                       // every byte that the program has written
+    std::string received;                   // and every one that has reached it
     std::vector<std::string> settingsSeen;  // of the port
 
     /// Puts a simulated antenna at the far end of the port.

@@ -26,7 +26,7 @@ std::string Record(const std::string& mark, const std::string& bytes)
 std::string Bytes(std::initializer_list<std::uint32_t> values) { return {values.begin(), values.end()}; }
 
 /// Made here and not by srec_cat: a hundred of them are wanted at once, the same ones wherever they are made.
-std::string SmallFlashFile(const std::string& name, bool loader)
+std::string FlashFile(const std::string& name, bool loader, bool large)
 {
     std::seed_seq seed(name.begin(), name.end());
     std::mt19937 random(seed);
@@ -36,16 +36,18 @@ std::string SmallFlashFile(const std::string& name, bool loader)
                            : Record("S0", Bytes({3 + static_cast<std::uint32_t>(stem.size()), 0, 0}) + stem);
     // Each kind where its board takes it from; a second file lies over the end of the first.
     std::uint32_t address = hex ? 0x2250 : (loader ? 0x180 : 0x2200);
-    for (int line = 0; line < 10; ++line, address += 16) {
-        std::string data(16, '\0');
+    const bool ofBlocks = large && !hex && !loader && !text::StartsWith(name, "F613");
+    const std::uint32_t lines = ofBlocks ? 360 : (large ? 40 : 10), length = ofBlocks || (large && loader) ? 64 : 16;
+    for (std::uint32_t line = 0; line < lines; ++line, address += length) {
+        std::string data(length, '\0');
         std::generate(data.begin(), data.end(), [&] { return static_cast<char>(random()); });
-        file += hex ? Record(":", Bytes({16, address >> 8, address & 0xFF, 0}) + data)
-                    : Record("S1", Bytes({19, address >> 8, address & 0xFF}) + data);
+        file += hex ? Record(":", Bytes({length, address >> 8, address & 0xFF, 0}) + data)
+                    : Record("S1", Bytes({length + 3, address >> 8, address & 0xFF}) + data);
     }
     return file + (hex ? ":00000001FF\r\n" : "S9030000FC\r\n");
 }
 
-std::map<std::string, std::string> ProgramFiles()
+std::map<std::string, std::string> ProgramFiles(bool large)
 {
     const std::string config = ReadFile(fs::path(SOURCE_DIR) / "demo" / "FLASHCFG.TXT");
     std::map<std::string, std::string> files{{"FLASHCFG.TXT", config}};
@@ -59,7 +61,7 @@ std::map<std::string, std::string> ProgramFiles()
         const bool loader = text::Holds(config, "BOOTLOADER_FILE$" + name);
         const std::string family = name.substr(0, 6);
         for (const std::string& file : {name, family + ending, family + "0" + ending})
-            files[file] = SmallFlashFile(file, loader);
+            files[file] = FlashFile(file, loader, large);
         std::string& damaged = files[family + "0" + ending];
         damaged[damaged.size() / 2] ^= 1;
     }
@@ -68,10 +70,10 @@ std::map<std::string, std::string> ProgramFiles()
 
 }  // namespace
 
-void WriteProgramFiles(const fs::path& directory, bool others)
+void WriteProgramFiles(const fs::path& directory, bool others, bool large)
 {
-    static const std::map<std::string, std::string> files = ProgramFiles();
-    for (const auto& [name, content] : files)
+    static const std::map<std::string, std::string> small = ProgramFiles(false);
+    for (const auto& [name, content] : large ? ProgramFiles(true) : small)
         if (others || (name[6] != '.' && name[6] != '0')) WriteFile(directory / name, content);
 }
 
@@ -88,9 +90,13 @@ void MakeFlashFile(const fs::path& file, std::size_t size, int offset, const std
 
 std::string Judged(const fs::path& file, const std::string& options, std::size_t size)
 {
+    return Judged(Quoted(file) + " " + options, size);
+}
+
+std::string Judged(const std::string& input, std::size_t size)
+{
     TempDirectory directory;
     const fs::path binary = directory.path / "judged.bin";
-    const std::string input = Quoted(file) + " " + options;
     const std::string range = size == 0 ? " -fill 0xFF 0 -maximum-address " + input
                                         : " -crop 0 " + std::to_string(size) + " -fill 0xFF 0 " + std::to_string(size);
     Shell("srec_cat " + input + range + " -o " + Quoted(binary) + " -Binary");

@@ -14,7 +14,11 @@ void MakeFlashFile(const std::filesystem::path& file, std::size_t size, int offs
 std::string Judged(const std::filesystem::path& file, const std::string& options, std::size_t size = 0);
 
 /// FLASHCFG.TXT and all flash files that it names, a few lines each and no two alike; with `others`, for every one a
-/// revision that is never the newest ("F61160.HEX" beside "F61160A.HEX") and a damaged one ("F611600.HEX").
-void WriteProgramFiles(const std::filesystem::path& directory, bool others);
+/// revision that is never the newest ("F61160.HEX" beside "F61160A.HEX") and a damaged one ("F611600.HEX"). `large`
+/// ones fill half of an image, or forty lines or records.
+void WriteProgramFiles(const std::filesystem::path& directory, bool others, bool large = false);
+
+/// What srec_cat makes of its input, likewise.
+std::string Judged(const std::string& input, std::size_t size = 0);
 
 std::string Quoted(const std::filesystem::path& path);

@@ -62,11 +62,11 @@ void FlashFixture::GoToFlash()
     ASSERT_TRUE(Next()) << "STEP_4";
 }
 
-std::vector<std::pair<std::string, std::string>> FlashFixture::Preserved()
+std::vector<std::pair<std::string, std::string>> Preserved(const sim::Antenna& antenna)
 {
     const AntennaRecord& row = Session.plan->row;
     std::vector<std::pair<std::string, std::string>> kept;
-    for (const auto& held : pc.antenna().Held().All()) {
+    for (const auto& held : antenna.Held().All()) {
         const std::string word = text::Split(held.first, ",").front();
         for (const std::string& command : CommandsOf(row.PostflashLine))
             if (text::Equal(text::Split(text::Replace(command, "=", ""), ",").front(), word)) {

@@ -14,6 +14,9 @@
 /// On STEP_2: the option or the entry that stands for a type of board.
 void PressBoard(int board);
 
+/// What an antenna holds now of the parameters that the row in use preserves.
+std::vector<std::pair<std::string, std::string>> Preserved(const sim::Antenna& antenna);
+
 class FlashFixture : public testing::Test {
 protected:
     /// The program is started, with all flash files and the unit at its port.
@@ -31,8 +34,7 @@ protected:
     /// The rest of the road: restart by the switch, parameters, the last step.
     void Finish();
 
-    /// What the antenna holds now of the parameters that the row in use preserves.
-    std::vector<std::pair<std::string, std::string>> Preserved();
+    std::vector<std::pair<std::string, std::string>> Preserved() { return ::Preserved(pc.antenna()); }
 
     void SetFault(const std::string& words);
     bool StatusSays(const std::string& words) const;

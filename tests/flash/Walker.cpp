@@ -85,7 +85,8 @@ bool AsksForPower()
     switch (ShownStep()) {
     case STEP_3: return says(frmWizard.lblBoardVersion, "off and on");
     case STEP_5: return says(banner, "cycle power") || says(banner, "cycle its power") || says(banner, "upgraded");
-    case STEP_6: return says(frmWizard.lblFlashStatus[1], "power off");
+    case STEP_6:
+        return says(frmWizard.lblFlashStatus[1], "power off") || says(frmWizard.lblWaiting1, "off and on once more");
     default: return false;
     }
 }
@@ -112,7 +113,7 @@ const std::vector<Road>& Roads()
     return roads;
 }
 
-Walker::Walker(const Road& road) : pc(ProgramDirectory::Path()), road_(road)
+Walker::Walker(const Road& road, const fs::path& home) : pc(home.empty() ? ProgramDirectory::Path() : home), road_(road)
 {
     pc.timeLimit = pc.now + 30000;
     pc.onModal = [this](Form& form) {
@@ -160,11 +161,16 @@ void Walker::Switch(bool on)
     pc.deviceGone = usb_ && !on;
 }
 
-/// Presses Next as soon as it may be pressed; the port is chosen first where one has to be.
-bool Walker::Next(double seconds)
+void Walker::ChoosePort()
 {
     Control& port = road_.way == Road::USB ? frmWizard.optUSB : frmWizard.optSerial;
     if (ShownStep() == STEP_3 && Press(port)) usb_ = road_.way == Road::USB;
+}
+
+/// Presses Next as soon as it may be pressed; the port is chosen first where one has to be.
+bool Walker::Next(double seconds)
+{
+    ChoosePort();
     if (!pc.RunUntil([] { return frmWizard.cmdNav[2].Enabled(); }, seconds)) return false;
     account_.pages.push_back(Page("left"));
     pc.At(0.01, [this] { account_.pages.push_back(Page("entered")); });

@@ -23,8 +23,8 @@ const std::vector<Road>& Roads();
 
 class Walker {
 public:
-    /// The program is started, with the road's antenna at its port.
-    explicit Walker(const Road& road);
+    /// The program is started, with the road's antenna at its port, in a directory with all flash files.
+    explicit Walker(const Road& road, const std::filesystem::path& home = {});
 
     /// Another antenna, unused, takes the place of the present one and starts.
     void Plug(const Road& road);
@@ -46,11 +46,19 @@ public:
 
     VirtualComputer pc;
 
+protected:
+    void ChoosePort();
+    void Switch(bool on);
+
+    static constexpr double never = 1e12;
+    Road road_;
+    bool usb_ = false;
+    double pressedAt_ = never;  // when the press that hasn't come back yet was made, seconds
+
 private:
     bool Next(double seconds);
     void Finish();
     void Watch(int turn);
-    void Switch(bool on);
     void Connect(const Road& road);
     void SetFault(const std::string& words);
     void FailTransfer(int times);
@@ -60,12 +68,8 @@ private:
     bool BeginFlash();
     std::size_t Random(std::size_t below) { return random_() % below; }
 
-    static constexpr double never = 1e12;
-    Road road_;
-    bool usb_ = false;
-    int turn_ = 0;              // of the watch over the antenna's switch; an older one ends
-    int asked_ = 0;             // how often in a row it saw the power asked for, twice a second
-    double pressedAt_ = never;  // when the press that hasn't come back yet was made, seconds
+    int turn_ = 0;   // of the watch over the antenna's switch; an older one ends
+    int asked_ = 0;  // how often in a row it saw the power asked for, twice a second
     Account account_;
     std::mt19937 random_;
     int presses_ = 0;  // that Roam has left

@@ -1,9 +1,10 @@
-// STATE_BOOT_UPGRADE: the old boot loader of board 1 takes its own successor, 64 bytes for each "$". It has no time-out
-// of its own: the old loader may be slow, and it must not be left half written.
+// STATE_BOOT_UPGRADE: the old boot loader of board 1 takes its own successor, 64 bytes for each "$". The old loader may
+// be slow, and must not be left half written: it gets half a minute for each block.
 
 #include <stdexcept>
 
 #include "display/Display.h"
+#include "flash/Acknowledgements.h"
 #include "flash/FileIO.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
@@ -57,6 +58,8 @@ void SendBootUpgradeBlock()
     ShowProgress(PercentOf(Session.attempt.lBootBytePos, behindLast));
     const auto begin = Session.flash.BootUpgradeImage.begin() + Session.attempt.lBootBytePos;
     Session.attempt.lBootBytePos += blockLength;
+    BeginUnit();
+    NoteSend();
     // In one piece: the old loader needs no pause inside a block.
     MSComm1->Output(std::string(begin, begin + blockLength));
 }
@@ -65,6 +68,8 @@ void EndUpgrade()
 {
     Session.flash.bBootloaderUpgraded = true;
     Session.link.iCommMode = STATE_WAIT_RESET;
+    Session.link.iWaitTicks = 0;
+    SetNavCmds(STEP_5);
     ShowBanner(0,
                "*** Boot loader for " + BoardNameForLog() + " upgraded. Please restart the Burnline Assistant now. ***",
                PaleYellow, Red);
@@ -102,8 +107,19 @@ bool SetupBootloaderUpgrade()
 void OnUpgradeReply(const std::string& chunk)
 {
     if (!text::Holds(chunk, "$")) return;
-    if (Session.attempt.lBootBytePos < behindLast)
-        SendBootUpgradeBlock();
-    else
+    NoteAnswers({1, 0});
+    Session.link.iWaitTicks = UpgradePatience;
+    if (Session.attempt.lBootBytePos < behindLast) return SendBootUpgradeBlock();
+    Session.attempt.bAtEnd = true;
+    Session.link.iWaitTicks = QuietTicks();
+}
+
+/// Where an answer was doubled on its way, the last one comes while the loader still takes blocks: it must not be told
+/// to be whole, and lose its power, before it is.
+void OnUpgradeTimeOut()
+{
+    if (Session.attempt.bAtEnd)
         EndUpgrade();
+    else
+        FailFlash();
 }

@@ -48,6 +48,7 @@ void RetryFlashSilently()
     LogMsg(29, "TimerHandler");
     Session.link.iCommMode = STATE_WAIT_RESET;
     Session.link.iWaitTicks = 10;
+    SetNavCmds(STEP_5);
     WriteLogLine("\r\n++>FLASHING_ERROR_AUTO_RETRY: Will retry entire flash");
     ResetIntoLoader();
 }
@@ -59,6 +60,17 @@ Answer AskForRetry()
     Session.flash.bAutoRetryUsed = true;
     LogMsg(15, "TimerHandler");
     return Answer::Retry;
+}
+
+/// A flash that has failed is tried again, or the program ends: who doesn't want to leave after all is asked anew.
+void AskUntilDecided()
+{
+    const bool retries = BoardOf(Session.plan->iBoardType).retriesFlash;
+    while (!IsExitRequested()) {
+        if (retries && AskForRetry() == Answer::Retry) return RetryFlash();
+        if (!retries) ShowMsgBox(16, "TimerHandler");
+        CleanUpForShutdown(1);
+    }
 }
 
 }  // namespace
@@ -76,18 +88,11 @@ void ReportFlashFailure()
     EnableCmdEntry();
     if (Session.flash.iFlashPhase != FLASH_FAILED) return;
     Session.link.iWaitTicks = 0;
-    if (!BoardOf(Session.plan->iBoardType).retriesFlash) {
-        ShowMsgBox(16, "TimerHandler");
-        return CleanUpForShutdown(1);
-    }
-    if (Session.flash.iFlashAutoRetries <= maxSilentRetries) {
+    if (BoardOf(Session.plan->iBoardType).retriesFlash && Session.flash.iFlashAutoRetries <= maxSilentRetries) {
         ++Session.flash.iFlashAutoRetries;
         return RetryFlashSilently();
     }
-    if (AskForRetry() == Answer::Retry)
-        RetryFlash();
-    else
-        CleanUpForShutdown(1);
+    AskUntilDecided();
 }
 
 void ShutDownFinished() { CleanUpForShutdown(2); }

@@ -31,6 +31,12 @@ std::string TransferBanner(const std::string& lineBreak);
 /// Sends the line in flight as its board takes it: as it stands, or bare with one CR behind it.
 void SendCurrentLine();
 
+/// The line or record in flight is sent once more, and the flash failed when that was the last time.
+void ResendLine();
+
+/// An answer came behind the last one that was owed: the try can't be trusted.
+void FailOnSurplus();
+
 /// What the end of a transfer says, and the ticks that are armed for the restart.
 struct TransferEnd {
     const char* status;

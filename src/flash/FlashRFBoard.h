@@ -21,6 +21,9 @@ void CheckHexImageFile(const std::string& fileName, const FileArguments& argumen
 /// Tests all records of an .S19 file, whichever board it is for; sets bFlashFileBad.
 void CheckS19Records(const std::string& fileName);
 
+/// Ticks of 100 ms that the old boot loader of board 1 may take for a block of its successor.
+inline constexpr short UpgradePatience = 300;
+
 /// Loads the new boot loader of board 1 into BootUpgradeImage. False, and told, when its file is missing or can't be
 /// used.
 bool SetupBootloaderUpgrade();

@@ -23,18 +23,21 @@ void NextPreflashStep();
 void OnSignOnReply(const std::string& chunk);
 void OnEraseReply(const std::string& chunk);
 
-// STATE_SEND_LINES, and the time-out of STATE_SEND_RF7
+// STATE_SEND_LINES
 void OnLineReply(const std::string& chunk);
-void ResendLine();
+void OnLineTimeOut();
 
 // STATE_RF_BOOT_BLOCKS, STATE_SEND_BLOCKS, STATE_BOOT_UPGRADE
 void OnBootBlockReply(const std::string& chunk);
 void OnBlockReply(const std::string& chunk);
+void OnBlockTimeOut();
 void OnUpgradeReply(const std::string& chunk);
+void OnUpgradeTimeOut();
 
 // STATE_BAUD_SELECT, STATE_SEND_RF7
 void OnBaudQuestion(const std::string& chunk);
 void OnRecordReply(const std::string& chunk);
+void OnRecordTimeOut();
 
 // STATE_POSTFLASH, STATE_WAIT_PORT_BACK
 void OnPostflashReply(const std::string& chunk);

@@ -120,6 +120,17 @@ std::string WaitingWords()
            "once more.";
 }
 
+/// Start-up text that came damaged would be waited for without an end. Software that runs answers Enter with its
+/// prompt; a boot loader doesn't.
+void ProbeForPrompt()
+{
+    constexpr int patience = 60, every = 5;  // looks, a second apart
+    if (Session.restore.iInitLooks < patience || Session.restore.iInitLooks % every != 0) return;
+    Session.restore.bPromptAsked = true;
+    ClearCommBuffers();
+    MSComm1->Output("\r");
+}
+
 /// One entry of the common list of the board's group; false when the list is through.
 bool CommonListStep()
 {
@@ -178,6 +189,7 @@ void FinishRestore()
 {
     Session.restore.bWaitInitFlag = false;
     Session.link.iCommMode = STATE_IDLE;
+    Session.flash.bAtRisk = false;
     SetNavCmds(NAV_RESTORED);
     EnableCmdEntry();
     AddParamsSent("Parameter Upload Successful and antenna restarted.  Click Next to continue.\r\n");
@@ -219,6 +231,10 @@ void RestoreListStep()
 void OnPostflashReply(const std::string&)
 {
     Session.link.sCommLine = Session.link.sCommBuffer;
+    if (Session.restore.bPromptAsked && !Session.restore.bAntennaInitDone && text::Holds(Session.link.sCommLine, ">")) {
+        if (!Session.restore.bRestartSeen) NoteRestart();
+        return FinishInitialization(10);
+    }
     if (!text::Holds(Session.link.sCommLine, text::CrLf)) return;
     if (!Session.restore.bAntennaInitDone && !Session.restore.bRestartSeen && IsRestartText(Session.link.sCommLine)) {
         NoteRestart();
@@ -250,6 +266,7 @@ void NextPostflashStep()
         Session.link.iWaitTicks = 10;
         frmWizard.lblWaiting1.Caption = WaitingWords();
         frmWizard.lblWaiting1.Visible = true;
+        ProbeForPrompt();
         return;
     }
     if (!CommonListStep()) RestoreListStep();

@@ -22,6 +22,7 @@ void GiveUpOnCommand()
         StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT");
         StatusTextUpdate("RETRIEVING ANTENNA PARAMETERS");
         StatusTextUpdate("Resetting the antenna to begin flashing");
+        Session.flash.bAtRisk = true;
         SendCommandLine("flasha");
         Session.flash.bSkipParams = true;
         Session.link.iWaitTicks = 200;
@@ -45,6 +46,7 @@ void ResetByCommand(const std::string& entry)
 {
     StatusTextUpdate(".....Parameters retrieved.");
     StatusTextUpdate("Resetting the antenna to begin flashing");
+    Session.flash.bAtRisk = true;
     SendCommandLine(entry);
     const bool slow = BoardOf(Session.plan->iBoardType).slowReset;
     if (slow) ClearCommBuffers();

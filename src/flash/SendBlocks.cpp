@@ -2,6 +2,7 @@
 // acknowledgement.
 
 #include "display/Display.h"
+#include "flash/Acknowledgements.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
@@ -35,6 +36,14 @@ bool IsExpectedEcho(const std::string& chunk)
     return text::Equal(chunk, std::string(1, static_cast<char>(Session.attempt.bExpectedChecksum)));
 }
 
+void SendNextBlock()
+{
+    PrepareNextBlock();
+    BeginUnit();
+    NoteSend();
+    SendLine(Session.attempt.vCurrentLine);
+}
+
 void CountBlock()
 {
     Session.attempt.lFlashPos += blockLength;
@@ -66,8 +75,7 @@ void StartBootLeg()
     Session.attempt.lFlashPos = 0;
     Session.attempt.lFlashBlockPos = Layout().bootStart;
     Session.attempt.lFlashTotalBytes = Layout().bootEnd;
-    PrepareNextBlock();
-    SendLine(Session.attempt.vCurrentLine);
+    SendNextBlock();
     Session.link.iCommMode = STATE_RF_BOOT_BLOCKS;
 }
 
@@ -76,8 +84,7 @@ void StartMainLeg()
     Session.attempt.lFlashPos = 0;
     Session.attempt.lFlashBlockPos = Layout().mainStart;
     Session.attempt.lFlashTotalBytes = Layout().mainEnd;
-    PrepareNextBlock();
-    SendLine(Session.attempt.vCurrentLine);
+    SendNextBlock();
 }
 
 void OnBootBlockReply(const std::string& chunk)
@@ -92,32 +99,48 @@ void OnBootBlockReply(const std::string& chunk)
         Session.link.iCommMode = STATE_WAIT_RESET;
         return;
     }
+    NoteAnswers({1, 0});
     if (Session.attempt.lFlashBlockPos >= Layout().bootEnd) {
         EndBootLeg();
         return;
     }
     CountBlock();
     Session.attempt.iLineRetries = 0;
-    PrepareNextBlock();
-    SendLine(Session.attempt.vCurrentLine);
+    SendNextBlock();
 }
 
 void OnBlockReply(const std::string& chunk)
 {
+    if (Session.attempt.bAtEnd) {
+        // Echoes run ahead of their blocks only where they are all the same; anything else is noise.
+        if (IsExpectedEcho(chunk)) FailOnSurplus();
+        return;
+    }
     Session.link.iWaitTicks = 100;
     if (!IsExpectedEcho(chunk)) {
         Session.link.iWaitTicks = 10;  // the time-out then fails the flash
         return;
     }
+    NoteAnswers({1, 0});
     if (Session.attempt.lFlashBlockPos >= Layout().mainEnd) {
-        EndOfImage();
+        ShowProgress(100);
+        Session.attempt.bAtEnd = true;
+        Session.link.iWaitTicks = QuietTicks();
         return;
     }
     Session.attempt.iLineRetries = 0;
-    PrepareNextBlock();
-    SendLine(Session.attempt.vCurrentLine);
+    SendNextBlock();
     CountBlock();
     computer->DoEvents();
+}
+
+/// A block can't be sent again: it has no address. At the end the line has been quiet: no echo is missing.
+void OnBlockTimeOut()
+{
+    if (Session.attempt.bAtEnd)
+        EndOfImage();
+    else
+        FailFlash();
 }
 
 void EndOfImage()

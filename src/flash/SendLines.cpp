@@ -1,6 +1,7 @@
 // STATE_SEND_LINES: a line of the .HEX file, its "$", the next line.
 
 #include "display/Display.h"
+#include "flash/Acknowledgements.h"
 #include "flash/FileIO.h"
 #include "flash/FlashMainboard.h"
 #include "flash/Phases.h"
@@ -26,19 +27,30 @@ void PauseBetweenLines()
     while (Session.link.iDelayTicks > 0 && frmWizard.Timer2.Enabled && !IsExitRequested()) computer->WaitForEvent();
 }
 
+/// The antenna owes nothing. One answer too many would say that the answers have run ahead of the lines, so it is
+/// listened to for as long as an answer may take.
+void AwaitQuietEnd()
+{
+    Session.attempt.bAtEnd = true;
+    Session.link.iWaitTicks = QuietTicks();
+}
+
+void EndOfLines()
+{
+    CloseFlashFile();
+    EndOfTransfer({".....PLEASE PRESS NEXT", "++>.....PLEASE PRESS NEXT", "*** PLEASE PRESS NEXT  ***", 20});
+}
+
 void SendNextLine()
 {
-    if (!ReadNextHexLine()) {
-        CloseFlashFile();
-        EndOfTransfer({".....PLEASE PRESS NEXT", "++>.....PLEASE PRESS NEXT", "*** PLEASE PRESS NEXT  ***", 20});
-        return;
-    }
+    if (!ReadNextHexLine()) return AwaitQuietEnd();
     PauseBetweenLines();
+    BeginUnit();
     SendCurrentLine();
     computer->DoEvents();
     Session.attempt.lBytesSent += static_cast<std::int32_t>(Session.attempt.vCurrentLine.size());
     Session.attempt.iLineRetries = 0;
-    Session.link.iWaitTicks = 10;
+    Session.link.iWaitTicks = PatienceTicks(10);
 }
 
 /// The line in flight once more, with the counters and the line shown.
@@ -64,10 +76,22 @@ void OnRefusal()
     Session.link.iWaitTicks = Session.attempt.iLineRetries < maxLineRetries ? 100 : 10;
 }
 
+Answers AnswersIn(const std::string& chunk) { return {text::Count(chunk, '$'), text::Count(chunk, '1')}; }
+
+void GoOn(Standing standing)
+{
+    switch (standing) {
+    case Standing::In: return SendNextLine();
+    case Standing::Refused: return OnRefusal();
+    case Standing::Unanswered: return;
+    }
+}
+
 }  // namespace
 
 void SendCurrentLine()
 {
+    NoteSend();
     if (!Session.plan->facts.bareLines) {
         SendLine(Session.attempt.vCurrentLine);
         return;
@@ -76,18 +100,34 @@ void SendCurrentLine()
     SendLine(Session.attempt.vCurrentLine + "\r");
 }
 
+void FailOnSurplus()
+{
+    StatusTextUpdate("The antenna has given more answers than it owed, so that it can't be told what has come in.");
+    FailFlash();
+}
+
 void OnLineReply(const std::string& chunk)
 {
     if (Session.flash.iFlashPhase != FLASH_RUNNING) return;
-    if (text::Holds(chunk, "$")) {
-        SendNextLine();
-    } else if (text::Holds(chunk, "1")) {
-        OnRefusal();
-    }
+    const Answers answers = AnswersIn(chunk);
+    if (answers.acknowledged + answers.refused == 0) return;
+    if (Session.attempt.bAtEnd) return FailOnSurplus();
+    const Standing standing = NoteAnswers(answers);
+    if (standing == Standing::Unanswered) Session.link.iWaitTicks = QuietTicks();
+    GoOn(standing);
 }
 
-/// The wait for an acknowledgement is over: the line goes out once more, five times at most. The last of them isn't
-/// waited for; it leaves the antenna in its boot loader, from where a flash can start again.
+/// The wait for an acknowledgement is over. A line that was sent more than once may have been answered in part: what is
+/// still missing is lost. An unanswered line goes out once more, five times at most. The last of them isn't waited for;
+/// it leaves the antenna in its boot loader, from where a flash can start again.
+void OnLineTimeOut()
+{
+    if (Session.attempt.bAtEnd) return EndOfLines();
+    const Standing standing = StandingNow();
+    if (standing != Standing::Unanswered) return GoOn(standing);
+    ResendLine();
+}
+
 void ResendLine()
 {
     SendLineAgain();
@@ -117,6 +157,7 @@ void EndOfTransfer(const TransferEnd& end)
     Session.restore = {};
     if (Session.flash.bSkipParams) {
         Session.link.iCommMode = STATE_IDLE;
+        Session.flash.bAtRisk = false;
     } else {
         constexpr const char* request =
             "Please power off the antenna, wait ten seconds, and then turn the antenna back on.";

@@ -1,6 +1,10 @@
 // STATE_BAUD_SELECT and STATE_SEND_RF7: board 21, whose loader takes S-records as text, in up to three stages.
 
+#include <algorithm>
+#include <array>
+
 #include "display/Display.h"
+#include "flash/Acknowledgements.h"
 #include "flash/FileIO.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
@@ -42,6 +46,59 @@ void PrepareNextRecord()
     Session.attempt.vCurrentLine += "\r\n";
 }
 
+void SendNextRecord()
+{
+    PrepareNextRecord();
+    BeginUnit();
+    SendCurrentLine();
+    Session.link.iWaitTicks = PatienceTicks(10);
+}
+
+/// What the loader calls a record that it doesn't take.
+bool IsErrorWord(const std::string& line)
+{
+    constexpr std::array words{"ERR", "BAD", "FAIL", "NAK"};
+    return std::any_of(words.begin(), words.end(), [&](const char* word) { return text::Holds(line, word); });
+}
+
+/// Counts the answers in what was heard and takes them out; the beginning of one stays. "SA" counts with its third
+/// character, an error word with the end of its line.
+Answers TakeAnswers(std::string& heard)
+{
+    Answers answers;
+    constexpr std::size_t judged = 3;
+    for (;;) {
+        heard.erase(0, heard.find_first_not_of("\r\n"));
+        const std::size_t end = heard.find_first_of("\r\n");
+        const bool isSA = text::StartsWith(heard, "SA");
+        if (end == std::string::npos && !(isSA && heard.size() >= judged)) return answers;
+        const std::string line = heard.substr(0, end);
+        if (isSA)
+            ++answers.acknowledged;
+        else if (IsErrorWord(line))
+            ++answers.refused;
+        heard.erase(0, end);
+    }
+}
+
+/// A record that was refused goes out again, five times at most; then the time-out fails the flash.
+void OnBadRecord()
+{
+    Session.link.iWaitTicks = PatienceTicks(10);
+    if (++Session.attempt.iBadReplies > maxBadReplies) return BeginUnit();
+    SendCurrentLine();
+}
+
+void GoOn(Standing standing)
+{
+    if (standing == Standing::Unanswered) return;
+    if (standing == Standing::Refused) return OnBadRecord();
+    Session.attempt.iBadReplies = 0;
+    if (!FlashFileAtEnd()) return SendNextRecord();
+    Session.attempt.bAtEnd = true;
+    Session.link.iWaitTicks = QuietTicks();
+}
+
 }  // namespace
 
 void OnBaudQuestion(const std::string&)
@@ -62,28 +119,27 @@ void StartRecordLeg()
 {
     Session.attempt.lFlashPos = 0;
     Session.attempt.lFlashTotalBytes = Session.flash.lFlashFileSize;
-    PrepareNextRecord();
-    SendLine(Session.attempt.vCurrentLine);
+    SendNextRecord();
+    Session.link.iWaitTicks = 100;
 }
 
+/// Any text puts off the time-out: the antenna is there. Only words of the loader are answers.
 void OnRecordReply(const std::string& chunk)
 {
-    Session.link.iWaitTicks = 10;
+    Session.link.iWaitTicks = PatienceTicks(10);
     Session.link.sCommLine += chunk;
-    // The line end of the reply before may come behind the third character that was enough to judge it.
-    Session.link.sCommLine.erase(0, Session.link.sCommLine.find_first_not_of("\r\n"));
-    if (Session.link.sCommLine.size() <= 2) return;
-    const bool acknowledged = text::StartsWith(Session.link.sCommLine, "SA");
-    ClearCommBuffers();
-    if (!acknowledged) {
-        if (++Session.attempt.iBadReplies <= maxBadReplies) SendLine(Session.attempt.vCurrentLine);
-        return;
-    }
-    Session.attempt.iBadReplies = 0;
-    if (FlashFileAtEnd()) {
-        EndOfStage();
-        return;
-    }
-    PrepareNextRecord();
-    SendLine(Session.attempt.vCurrentLine);
+    const Answers answers = TakeAnswers(Session.link.sCommLine);
+    if (answers.acknowledged + answers.refused == 0) return;
+    if (Session.attempt.bAtEnd) return FailOnSurplus();
+    const Standing standing = NoteAnswers(answers);
+    if (standing == Standing::Unanswered) Session.link.iWaitTicks = QuietTicks();
+    GoOn(standing);
+}
+
+void OnRecordTimeOut()
+{
+    if (Session.attempt.bAtEnd) return EndOfStage();
+    const Standing standing = StandingNow();
+    if (standing != Standing::Unanswered) return GoOn(standing);
+    ResendLine();
 }

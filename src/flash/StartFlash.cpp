@@ -88,6 +88,7 @@ void AwaitNextStage()
     Session.link.iCommMode = STATE_WAIT_RESET;
     Session.link.iWaitTicks = 0;
     Session.flash.bRFBootDone = false;
+    SetNavCmds(STEP_5);
 }
 
 /// Without parameters to save the flash begins with the reset: some boards take it as a command, the others need the
@@ -97,6 +98,7 @@ void AwaitReset(const Board& board)
     StatusTextUpdate("Waiting for reset");
     if (board.takesFlasha) {
         ShowAllCommsTextUpdate("==>flasha\r\n");
+        Session.flash.bAtRisk = true;
         MSComm1->Output("flasha\r");
         // One without power or software doesn't hear it.
         AskForPowerCycle("*** Waiting for the antenna to reset. If nothing happens, cycle its power. ***");

@@ -1,6 +1,7 @@
 // STATE_WAIT_ERASE: the board has erased itself and takes its first line, block or record.
 
 #include "display/Display.h"
+#include "flash/Acknowledgements.h"
 #include "flash/FileIO.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
@@ -45,10 +46,11 @@ void SendFirstLine(const std::string& behindDollar)
         FailFlash();
         return;
     }
+    BeginUnit();
     SendCurrentLine();
     Session.attempt.lBytesSent += static_cast<std::int32_t>(Session.attempt.vCurrentLine.size());
     Session.attempt.iLineRetries = 0;
-    Session.link.iWaitTicks = 10;
+    Session.link.iWaitTicks = 100;  // behind the erase the antenna may take its time
 }
 
 CommMode TransferMode(BoardGroup group)

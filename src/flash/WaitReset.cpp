@@ -50,7 +50,7 @@ bool FileIsOpenForSending()
 
 void SendProgramCommand(const std::string& command, const std::string& lineEnd)
 {
-    Session.flash.bErased = true;
+    Session.flash.bAtRisk = Session.flash.bErased = true;
     ShowAllCommsTextUpdate("==>" + command + "\r\n");
     MSComm1->Output(command + lineEnd);
 }
@@ -97,7 +97,7 @@ void StartRecords()
     ShowBanner(0, TransferBanner("\r\n"), White, Red);
     ClearCommBuffers();
     Session.link.iCommMode = STATE_BAUD_SELECT;
-    Session.link.iWaitTicks = 10;
+    Session.link.iWaitTicks = 100;
     SetNavCmds(STEP_5);
     Session.attempt.lFlashTotalBytes = Session.flash.lFlashFileSize;
 }
@@ -116,10 +116,11 @@ void StartUpgrade()
         return;
     }
     ClearCommBuffers();
-    Session.flash.bErased = true;
+    Session.flash.bAtRisk = Session.flash.bErased = true;
     MSComm1->Output("PGM_908OK");
     StatusTextUpdate("===>PGM_908OK");
     Session.link.iCommMode = STATE_BOOT_UPGRADE;
+    Session.link.iWaitTicks = UpgradePatience;
     SetNavCmds(STEP_5);
 }
 

@@ -140,12 +140,13 @@ struct Captured {
     std::string sFECHits1, sFECHits2;
 };
 
-/// One board with all its stages and tries. Begins in StartFlash, ahead of the first stage.
+/// One board with all its stages and tries. Begins in StartFlash, ahead of the first stage, and ends with a Back.
 struct Flash {
     std::size_t stage = 0;  // of the plan's stages
     std::int16_t iFlashPhase = 0;
     bool bSkipParams = false;  // parameters are neither saved nor restored
     bool bFlashFileBad = false;
+    bool bAtRisk = false;             // from the reset into the loader on, until the antenna is whole again
     bool bErased = false;             // a program command went out: the antenna needs this flash
     std::int32_t lFlashFileSize = 0;  // bytes
     BoardImage FlashImage{};
@@ -153,6 +154,8 @@ struct Flash {
     BootImage BootUpgradeImage{};
     bool bRFBootDone = false;            // the board fell back from the boot area leg
     double dFlashStart = 0;              // seconds of Computer::Seconds
+    double slowestAnswer = 0;            // seconds
+    bool bLateTold = false;              // the first late answer was told
     std::int16_t iFlashAutoRetries = 0;  // silent retries of the whole flash
     bool bAutoRetryUsed = false;         // the one retry that the settings allow was used
 };
@@ -162,8 +165,12 @@ struct Attempt {
     std::string vCurrentLine;  // the line or block in flight
     std::string sFirstLine;    // the line read ahead
     std::int32_t lBytesSent = 0;
-    std::int16_t iLineRetries = 0;   // resends of this line
-    std::int16_t iTotalRetries = 0;  // resends of this try
+    std::int16_t iLineRetries = 0;        // resends of this line
+    std::vector<double> sentAt;           // when the line in flight was sent, each time; seconds
+    std::vector<double> answeredAfter;    // how long its answers took, in the order of the sends; seconds
+    int iAcknowledged = 0, iRefused = 0;  // its answers
+    bool bAtEnd = false;                  // all lines are in; the antenna is listened to for what it owes
+    std::int16_t iTotalRetries = 0;       // resends of this try
     std::int32_t lFlashPos = 0;
     std::int32_t lFlashBlockPos = 0;
     std::int32_t lFlashTotalBytes = 0;
@@ -179,6 +186,7 @@ struct Restore {
     bool bSwitchTestSeen = false;   // the line that announces the switch test was seen
     bool bAntennaInitDone = false;  // the restarted antenna has finished its start-up
     int iInitLooks = 0;             // how often the end of its start-up was looked for
+    bool bPromptAsked = false;      // its start-up text may have been damaged: Enter was sent, for its prompt
     bool bWaitInitFlag = false;     // a WAIT entry is running down
     std::int16_t iCommonPostflashIdx = 0;
     std::vector<std::string> sPostflashCmds;  // the plan's list, made to restore what was captured

@@ -1,7 +1,6 @@
 // The way out: the ordered end of the program, and the window's close button.
 
 #include "forms/frmWizard.h"
-#include "link/Mode.h"
 #include "link/SerialPortIO.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
@@ -12,13 +11,8 @@
 
 namespace {
 
-/// The flash is done and the antenna's parameters aren't back yet.
-bool AreParamsOut() { return PhaseNow() == Phase::Restoring && Session.flash.iFlashPhase == FLASH_FINISHED; }
-
-/// The antenna's software is erased or being written.
-bool IsFlashUnderWay() { return PhaseNow() == Phase::Erasing || PhaseNow() == Phase::Writing; }
-
-bool UserAgrees(const char* origin) { return ShowMsgBox(23, origin) == Answer::OK; }
+/// Leaves an antenna that isn't whole by the user's word alone.
+bool MayLeave() { return !Session.flash.bAtRisk || ShowMsgBox(23, "CleanUpForShutdown") == Answer::OK; }
 
 std::string ClosingLine(int reason)
 {
@@ -52,7 +46,7 @@ void CleanUpForShutdown(int reason)
     // The timers end here alone: the port and the log are closed already, and opening the log again would begin a new
     // one.
     if (IsExitRequested() && !frmWizard.Timer1.Enabled) return;
-    if (reason == 1 && AreParamsOut() && !UserAgrees("CleanUpForShutdown")) return;
+    if (reason == 1 && !IsExitRequested() && !MayLeave()) return;
 
     if (frmWizard.bHelpOpened) computer->CloseHelp();
     Guarded("CleanUpForShutdown", CloseComm);
@@ -64,11 +58,6 @@ void CleanUpForShutdown(int reason)
     SetExitRequested(true);
 }
 
-void Form_QueryUnload()
-{
-    // The Cancel button is off during a transfer; the window's own button isn't, and it is easily hit.
-    if (IsFlashUnderWay() && !UserAgrees("Form_QueryUnload")) return;
-    CleanUpForShutdown(1);
-}
+void Form_QueryUnload() { CleanUpForShutdown(1); }
 
 bool Form_Unload() { return IsExitRequested(); }

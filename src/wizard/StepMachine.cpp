@@ -155,7 +155,10 @@ void Back()
         Session.link.iCommMode = STATE_IDLE;
         Session.link.iWaitTicks = 2;
     }
-    if (frmWizard.iCurrentStep == STEP_5) RestoreAfterFlash();
+    if (frmWizard.iCurrentStep == STEP_5) {
+        RestoreAfterFlash();
+        Session.flash = {};
+    }
     SetStep(std::max(frmWizard.iCurrentStep - 1, STEP_DIAGNOSTICS));
 }
 

@@ -39,7 +39,7 @@ TEST_F(Shutdown, asks_while_the_parameters_are_not_back)
 {
     for (const int mode : {STATE_POSTFLASH, STATE_WAIT_PORT_BACK}) {
         Session.link.iCommMode = static_cast<std::int16_t>(mode);
-        Session.flash.iFlashPhase = FLASH_FINISHED;
+        Session.flash.bAtRisk = true;
         world.boxes.clear();
         world.answers = {Answer::Cancel};
         Form_QueryUnload();

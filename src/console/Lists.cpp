@@ -86,7 +86,7 @@ int ListAntennas(const Options& options, Voice& voice)
         const GroupConfig& group = GroupOf(*config, type);
         for (const AntennaRecord& row : group.AntennaTable) {
             if (row.AntennaName.empty()) break;
-            if (CanBePicked(row) && listed.insert(row.AntennaName).second)
+            if (CanBePicked(row, false) && listed.insert(row.AntennaName).second)
                 voice.Tell("antenna", row.AntennaName, {{"name", Words(row.AntennaName)}});
         }
         if (group.problem) voice.Complain("refused", group.problem->what);

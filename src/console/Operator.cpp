@@ -6,6 +6,7 @@
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmWizard.h"
 #include "knowledge/BoardTable.h"
+#include "link/PortAway.h"
 #include "persistence/INIUtilities.h"
 #include "platform/ProgramFiles.h"
 #include "session/Round.h"
@@ -79,6 +80,24 @@ void Operator::Watch()
     if (Session.link.iCommMode != STATE_IDLE) lastMode_ = Session.link.iCommMode;
     if (Session.link.iCommMode == STATE_WAIT_ERASE || Reporter::IsTransfer()) erased_ = true;
     ServePowerSwitch();
+    EndIdleWait();
+}
+
+/// Nobody is there to end a wait that leads nowhere.
+void Operator::EndIdleWait()
+{
+    constexpr double patienceSeconds = 1800;
+    const auto moved = std::tuple{Session.link.iCommMode, Session.attempt.lBytesSent, Session.captured.iPreflashCmdIdx,
+                                  Session.restore.iPostflashCmdIdx, IsPortAway()};
+    const double now = console_.Seconds();
+    if (moved != moved_) {
+        moved_ = moved;
+        movedAt_ = now;
+    }
+    if (!console_.IsUnattended() || now - movedAt_ < patienceSeconds) return;
+    voice_.Complain("refused", IsPortAway() ? "The port has been away for half an hour."
+                                            : "Nothing has come from the antenna for half an hour.");
+    console_.Leave(CodeOfStage());
 }
 
 // --- the board -------------------------------------------------------------------------------------------------------

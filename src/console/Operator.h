@@ -2,8 +2,10 @@
 // Whoever works the forms where there is no window: presses Next, chooses, waits, switches the antenna's power. What
 // follows from it is the core's.
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <tuple>
 
 #include "console/Boards.h"
 #include "console/ConsoleComputer.h"
@@ -53,6 +55,7 @@ private:
     /// Rounds of the main loop until it holds.
     void Await(const std::function<bool()>& holds);
     void ServePowerSwitch();
+    void EndIdleWait();
     void SwitchPower();
     void TellSupply();
     /// The session is over; nothing more is to be pressed.
@@ -73,4 +76,6 @@ private:
     PowerSwitch switch_ = PowerSwitch::LeaveAlone;
     double switchSince_ = 0;  // seconds: since when it is wanted, or was last switched
     int cycles_ = 0;
+    std::tuple<std::int16_t, std::int32_t, std::int16_t, std::int16_t, bool> moved_;  // how far it has come
+    double movedAt_ = 0;  // seconds: since when it stands still
 };

@@ -65,7 +65,7 @@ void Desktop::AddDialog(Form& form)
 
 void Desktop::Run()
 {
-    if (Main() == MainEnd::Stranded) StayUntilClosed();
+    Main();
     binder_.Paint();
     for (FormDialog& dialog : dialogs_) dialog.hide();
     window_.hide();
@@ -82,11 +82,4 @@ void Desktop::ReplaceProgram()
     if (problem.isEmpty()) return;
     const std::string words = "There was an error updating: " + problem.toStdString();
     computer_.MsgBox(words, Buttons::OK, Icon::Exclamation, "QEL Burnline Assistant - Check for Updates", Answer::OK);
-}
-
-/// The port was lost for good: the window shows what was, and closing it is the only way on.
-void Desktop::StayUntilClosed()
-{
-    binder_.Paint();
-    while (!IsExitRequested() && window_.isVisible()) Guarded("Main", [this] { computer_.WaitForUser(); });
 }

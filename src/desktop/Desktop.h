@@ -29,7 +29,6 @@ public:
     const QString& Successor() const { return successor_; }
 
 private:
-    void StayUntilClosed();
     void ReplaceProgram();
     template <class Drawing>
     void AddDialog(Form& form);

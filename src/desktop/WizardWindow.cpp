@@ -135,6 +135,9 @@ void WizardWindow::dropEvent(QDropEvent* event)
 
 bool WizardWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // The second press of a double click was meant for the page that the first one has left.
+    const bool isNavigation = watched->objectName().startsWith(u"cmdNav_");
+    if (event->type() == QEvent::MouseButtonDblClick && isNavigation) return true;
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
     auto* widget = static_cast<QWidget*>(watched);
     QWidget* window = widget->window();

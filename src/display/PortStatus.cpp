@@ -16,9 +16,9 @@ void ShowPortStatus(const std::string& words, bool needsAttention, const std::st
     label.Visible = true;
 }
 
-void ShowPortError()
+void ShowPortAdvice(const std::string& words)
 {
-    ShowPortStatus("COM port error (COM" + text::Num(Session.link.iCommPort) + ").", true);
+    frmWizard.lblRedoCOMMPort.Caption = words;
     frmWizard.lblRedoCOMMPort.Bold = true;
     frmWizard.lblRedoCOMMPort.Visible = true;
 }

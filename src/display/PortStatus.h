@@ -6,10 +6,10 @@
 /// Words of the port's label; `needsAttention` makes them bold on white.
 void ShowPortStatus(const std::string& words, bool needsAttention, const std::string& toolTip = {});
 
-/// The port has failed: what to do stands on the form.
-void ShowPortError();
+/// What to do about the port.
+void ShowPortAdvice(const std::string& words);
 
-/// The advice of ShowPortError has been followed, or is needed no more.
+/// The advice has been followed, or is needed no more.
 void HidePortAdvice();
 
 /// The menu's item of the current port loses its check mark.

@@ -71,7 +71,7 @@ void EndUpgrade()
     Session.link.iWaitTicks = 0;
     SetNavCmds(STEP_5);
     ShowBanner(0,
-               "*** Boot loader for " + BoardNameForLog() + " upgraded. Please restart the Burnline Assistant now. ***",
+               "*** Boot loader for " + BoardNameForLog() + " upgraded. Please cycle power to the antenna to continue. ***",
                PaleYellow, Red);
     ShowMsgBox(30, "CommHandler", BoardNameForLog());
     frmWizard.lblFlashStatus[0].Visible = true;

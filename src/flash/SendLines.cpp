@@ -153,7 +153,7 @@ void EndOfTransfer(const TransferEnd& end)
     frmWizard.mnuHelp.Enabled = true;
     const Board& board = BoardOf(Session.plan->iBoardType);
     RestoreAfterFlash();
-    if (board.asksSpeed && IsSettingTrue(SETTING_USE_FAST_BAUD)) ReopenAt(board.link);
+    if (board.asksSpeed && IsSettingTrue(SETTING_USE_FAST_BAUD)) SetLinkSettings(board.link);
     Session.restore = {};
     if (Session.flash.bSkipParams) {
         Session.link.iCommMode = STATE_IDLE;

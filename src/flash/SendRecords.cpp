@@ -106,7 +106,7 @@ void OnBaudQuestion(const std::string&)
     if (!text::Holds(Session.link.sCommBuffer, "?BAUDRATE")) return;
     if (IsSettingTrue(SETTING_USE_FAST_BAUD)) {
         AnswerBaudQuestion("BAUDRATE=C");
-        ReopenAt("38400,N,8,1");  // the answer has left at the old speed when this returns
+        SetLinkSettings("38400,N,8,1");  // the answer has left at the old speed when this returns
     } else {
         AnswerBaudQuestion("BAUDRATE=A");
     }

@@ -82,7 +82,7 @@ void AwaitNextStage()
 {
     const FlashStage& stage = StageInHand();
     ShowEverywhere((Session.flash.bSkipParams ? stage.done : "") + stage.request);
-    if (IsSettingTrue(SETTING_USE_FAST_BAUD)) ReopenAt(BoardOf(Session.plan->iBoardType).link);
+    if (IsSettingTrue(SETTING_USE_FAST_BAUD)) SetLinkSettings(BoardOf(Session.plan->iBoardType).link);
     StatusTextUpdate("*** Please cycle power to the antenna to reset. ***");
     AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
     Session.link.iCommMode = STATE_WAIT_RESET;

@@ -2,12 +2,18 @@
 
 #include "forms/frmWizard.h"
 #include "link/Mode.h"
+#include "link/PortAway.h"
 #include "link/SerialPortIO.h"
+#include "platform/Failure.h"
 #include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
-void TimerHandler()
+namespace {
+
+void SpendTick()
 {
+    if (IsPortAway()) return LookForPort();
     if (Session.link.iWaitTicks <= 0) return;
     --Session.link.iWaitTicks;
     if (Session.link.iWaitTicks > 0) {
@@ -21,4 +27,18 @@ void TimerHandler()
     if (Session.link.iCommMode <= STATE_NONE || Session.link.iCommMode >= ModeCount) return;
     const Mode& mode = ModeTable[Session.link.iCommMode];
     if (mode.onTimeOut) mode.onTimeOut();
+}
+
+}  // namespace
+
+void TimerHandler()
+{
+    try {
+        SpendTick();
+    } catch (const Failure& failure) {
+        if (IsOfPort(failure)) return OnPortFailure();
+        ReportFailure("TimerHandler");
+    } catch (...) {
+        ReportFailure("TimerHandler");
+    }
 }

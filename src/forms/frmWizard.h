@@ -242,10 +242,7 @@ struct WizardForm {
     Control txtSendCmd{Self, "txtSendCmd"};
     Control imgEnabled{Self, "imgEnabled"};    // the green lamp of the command line
     Control imgDisabled{Self, "imgDisabled"};  // the grey lamp, on the same spot
-    Control lblRedoCOMMPort{
-        Self, "lblRedoCOMMPort",
-        "Please disconnect the USB-serial adapter, then plug it back in.  Ensure the Orbimaster system is powered on "
-        "before continuing.  Be sure to re-select a port from the COM port menu above."};
+    Control lblRedoCOMMPort{Self, "lblRedoCOMMPort"};
 
     // --- timers: the desktop calls Timer1_Timer and Timer2_Timer --------------------------------------------------
     Control Timer1{Self, "Timer1"};  // Value is the interval in ms

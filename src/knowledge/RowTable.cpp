@@ -104,9 +104,10 @@ std::optional<int> BoardTypeOf(const AntennaRecord& row)
     return std::nullopt;
 }
 
-bool CanBePicked(const AntennaRecord& row)
+bool CanBePicked(const AntennaRecord& row, bool hasAnswered)
 {
-    if (text::Holds(row.PreflashLine, "flashr") || text::Holds(row.PreflashLine, "PORT2")) return false;
+    if (text::Holds(row.PreflashLine, "PORT2")) return false;
+    if (hasAnswered && text::Holds(row.PreflashLine, "flashr")) return false;
     return std::none_of(neverPicked.begin(), neverPicked.end(),
                         [&](const char* name) { return text::Equal(row.AntennaName, name); });
 }

@@ -13,8 +13,9 @@ RowFacts FactsOf(const AntennaRecord& row);
 std::optional<int> BoardTypeOf(const AntennaRecord& row);
 
 /// False for rows that name too little to be picked by hand: their software depends on the antenna's model, or they are
-/// reached through another board.
-bool CanBePicked(const AntennaRecord& row);
+/// reached through another board. One whose loader is new and whose software is gone says nothing: only then can the
+/// rows be picked that are told by their versions otherwise.
+bool CanBePicked(const AntennaRecord& row, bool hasAnswered);
 
 /// The list of antenna models on which the software of an RF board depends, and the file for a model that isn't in it.
 struct ModelChoice {

@@ -2,10 +2,9 @@
 // characters during a flash, so what a text means depends on the mode of the link alone.
 
 #include "display/Display.h"
-#include "display/PortStatus.h"
 #include "link/Mode.h"
+#include "link/PortAway.h"
 #include "link/SerialPortIO.h"
-#include "platform/Computer.h"
 #include "platform/Failure.h"
 #include "platform/SerialControl.h"
 #include "session/Session.h"
@@ -37,7 +36,6 @@ void Receive()
     std::string input;
     if (MSComm1->InBufferCount() >= 1) {
         input = MSComm1->Input();
-        Session.link.bPortErrorShown = false;
     } else if (Session.link.iCommMode != STATE_PREFLASH) {
         return;  // in the pre-flash mode the text of earlier calls is judged once more
     }
@@ -58,43 +56,16 @@ void Receive()
     if (mode.onReply) mode.onReply(input);
 }
 
-/// The user has been asked to cut the power of an antenna whose USB port goes with it.
-bool IsExpectedToGo() { return Session.choice.bUSBLink && Session.link.iCommMode == STATE_WAIT_RESET; }
-
-/// The first failure of a port is told; after that every call tries to bring it back, in silence while it can't be.
-void OnPortFailure(int number)
-{
-    if (IsExpectedToGo()) Session.link.bPortErrorShown = true;
-    if (Session.link.bPortErrorShown) {
-        if (computer->TestCommPort(Session.link.iCommPort) == PORT_USABLE)
-            InitAndOpenComm();
-        else
-            CloseComm();
-        return;
-    }
-    Session.link.bPortErrorShown = true;
-    TellFailure(number, "Main");  // one text for this failure, wherever it arises
-    ShowPortError();
-    SetNavCmds(NAV_BLOCKED);
-}
-
 }  // namespace
 
 void CommHandler()
 {
-    const bool closed = Session.link.iCommID == 0;
-    if (closed && Session.link.bPortErrorShown) {
-        OnPortFailure(FAIL_PORT_LOST);
-        return;
-    }
-    if (closed && Session.link.iCommMode != STATE_PREFLASH) return;
+    if (Session.link.iCommID == 0) return;
     try {
         Receive();
     } catch (const Failure& failure) {
-        if (failure.number == FAIL_PORT_CLOSED || failure.number == FAIL_PORT_LOST)
-            OnPortFailure(failure.number);
-        else
-            ReportFailure("CommHandler");
+        if (IsOfPort(failure)) return OnPortFailure();
+        ReportFailure("CommHandler");
     } catch (...) {
         ReportFailure("CommHandler");
     }

@@ -5,6 +5,7 @@
 #include "display/Display.h"
 #include "display/PortStatus.h"
 #include "forms/frmWizard.h"
+#include "link/PortAway.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Computer.h"
 #include "platform/Failure.h"
@@ -86,14 +87,22 @@ void InitAndOpenComm()
         return;
     }
     if (Session.link.iCommID != 0) return;
-    if (!OpenPort()) {
+    if (!OpenCommAgain()) {
         TellPortProblem(27, "InitAndOpenComm");
         return;
     }
-    Session.link.iCommID = static_cast<std::int16_t>(MSComm1->CommID());
     if (Session.link.iCommID <= 0) return;
     Session.link.bPortOpened = true;
+    if (IsPortAway()) return EndPortAway();
     ShowWaitingOnPort();
+}
+
+bool OpenCommAgain()
+{
+    if (!OpenPort()) return false;
+    Session.link.iCommID = static_cast<std::int16_t>(MSComm1->CommID());
+    Session.link.sAdapter = computer->DescribeCommPort(Session.link.iCommPort).toolTip;
+    return true;
 }
 
 void CloseComm()
@@ -137,13 +146,6 @@ void SetLinkSettings(const std::string& settings)
 {
     Session.link.sSettings = settings;
     MSComm1->SetSettings(settings);
-}
-
-void ReopenAt(const std::string& settings)
-{
-    MSComm1->SetPortOpen(false);
-    SetLinkSettings(settings);
-    MSComm1->SetPortOpen(true);
 }
 
 void RaisePriority()

@@ -11,17 +11,18 @@ void InitAndOpenComm();
 
 void CloseComm();
 
+/// Opens the port once more, at the line's speed; what the driver still held is discarded. False when it can't be had.
+bool OpenCommAgain();
+
 /// Shows that the port is open and that no data has come yet.
 void ShowWaitingOnPort();
 
 /// Called in the main round while no data has come: the first data makes the port ready.
 void CheckPortReady();
 
-/// Changes the link's speed: "9600,N,8,1". Remembered for the next open when the port is closed.
+/// Changes the link's speed: "9600,N,8,1". What was sent leaves at the old one; the port stays open, so that nothing of
+/// what comes is lost. Remembered for the next open when the port is closed.
 void SetLinkSettings(const std::string& settings);
-
-/// The same, with the port closed and opened around it, as a board's loader expects it at a change of speed.
-void ReopenAt(const std::string& settings);
 
 /// A short wait for the processor while a flash runs, and back.
 void RaisePriority();

@@ -2,7 +2,6 @@
 
 #include "loop/StartUp.h"
 
-#include "display/PortStatus.h"
 #include "flash/TimerISR.h"
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
@@ -11,6 +10,7 @@
 #include "forms/frmShowPostFlashCmds.h"
 #include "forms/frmShowRelNotes.h"
 #include "forms/frmWizard.h"
+#include "link/PortAway.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Computer.h"
@@ -22,7 +22,9 @@
 #include "update/Update.h"
 #include "wizard/frmWizard_Events.h"
 
-void RunRound()
+namespace {
+
+void GoRound()
 {
     if (Session.program.bTickPending) {
         Session.program.bTickPending = false;
@@ -35,6 +37,19 @@ void RunRound()
     }
     computer->DoEvents();
     if (!IsExitRequested()) computer->WaitForEvent();
+}
+
+}  // namespace
+
+void RunRound()
+{
+    try {
+        GoRound();
+    } catch (const Failure& failure) {
+        // A click may have sent something into a port that is closed.
+        if (!IsOfPort(failure)) throw;
+        OnPortFailure();
+    }
 }
 
 namespace {
@@ -68,21 +83,13 @@ void RunProgram(const std::function<void()>& prepare)
 
 }  // namespace
 
-MainEnd Main(const std::function<void()>& prepare)
+void Main(const std::function<void()>& prepare)
 {
     SetExitRequested(false);
     try {
         RunProgram(prepare);
     } catch (...) {
-        std::string detail;
-        const int number = FailureNumber(detail);
         ReportFailure("Main");
-        if (number == FAIL_PORT_LOST) {
-            // The window stays, so that the user can read what is wrong; no round runs any more.
-            ShowPortError();
-            return MainEnd::Stranded;
-        }
     }
     UnloadAllForms();
-    return MainEnd::Ended;
 }

@@ -126,8 +126,10 @@ constexpr Message messages[] = {
     {29, OK, Answer::OK, None, "", nullptr, "++>FLASHING_ERROR_AUTO_RETRY", false},
     {30, OK, Answer::OK, Critical, "QEL Burnline Assistant",
      "The bootloader has been upgraded, but the antenna has not.  \n\n"
-     "Please restart the Burnline Assistant and re-flash the board.\n\n"
-     "You will need to know that the board you are trying to flash is a {detail}.  Please remember this board.",
+     "Please switch the antenna off, wait ten seconds, and switch it on again: the flash then goes on by itself.  Leave "
+     "the Burnline Assistant running.\n\n"
+     "If it is closed all the same: the board is a {detail}.  Please remember this board; it can then be selected by "
+     "hand.",
      "{words}", false},
     {52, OK, Answer::OK, None, "QEL Burnline Assistant - Runtime 52 Error",
      "Please make sure that you have write access to {directory}.  If you need help, contact QEL Technical Support.\n",
@@ -148,9 +150,8 @@ constexpr Message messages[] = {
      "The port you're trying to access is closed.\n\n"
      "This usually means that either you have an invalid COM port selected, the USB cable has come unplugged, or you "
      "have turned off the antenna.\n\n"
-     "Please check all connections, turn the antenna on, and try again.\n\n"
-     "The Burnline Assistant will now close.",
-     "{words}", true},
+     "Please check all connections, turn the antenna on, and try again.",
+     "{words}", false},
     {8020, YesNo, Answer::Yes, None, "QEL Burnline Assistant - Serial Communications Error",
      "Communications between the PC and USB adapter is faulty.  Please retry this procedure using a different USB "
      "adapter.\n"

@@ -85,6 +85,18 @@ struct Program {
     std::string sSavedLogName;         // where the user wants a copy of the log at exit
 };
 
+/// The port has gone under the program, see link/PortAway.
+struct PortAway {
+    std::string since;    // local time
+    std::string adapter;  // its name
+    double from = 0;      // seconds of Computer::Seconds
+    double lookedAt = 0;  // likewise: when it was last looked for
+    bool silent = false;  // it was bound to go with the antenna's power
+    bool cancel = true;   // the buttons and the COM menu as they are to be when it is back
+    bool next = false;
+    bool menu = true;
+};
+
 /// The port and the mode. Begins in InitSessionVars: an adapter that comes and goes doesn't end what is under way.
 struct Link {
     std::int16_t iCommMode = STATE_IDLE;
@@ -100,7 +112,8 @@ struct Link {
     std::int16_t iCommID = 0;      // above 0 while the port is open
     bool bPortOpened = false;      // it was opened in this run
     bool bPortReady = false;       // data came since the open
-    bool bPortErrorShown = false;  // the port failure was reported; cleared by each successful read
+    std::string sAdapter;          // what is known of the adapter behind the port
+    std::optional<PortAway> away;  // the port has gone
 };
 
 /// What the user said of the board. Begins in ChooseBoard: at each choice, and with each visit of STEP_3.

@@ -93,6 +93,6 @@ bool Form_KeyDown(int key, bool shift, bool ctrl, bool alt)
     if (!ctrl || shift) return false;
     if (!alt) return MoveAntenna(key);
     // The way to the diagnostics unlocks the command line and the buttons, which a flash keeps locked.
-    if (!IsFlashing()) SetStep(STEP_DIAGNOSTICS);
+    if (!IsFlashing() && !Session.flash.bAtRisk) SetStep(STEP_DIAGNOSTICS);
     return true;
 }

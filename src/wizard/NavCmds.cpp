@@ -5,6 +5,7 @@
 #include "forms/frmWizard.h"
 #include "knowledge/BoardTable.h"
 #include "link/Mode.h"
+#include "link/PortAway.h"
 #include "persistence/INIUtilities.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
@@ -94,9 +95,7 @@ void Apply(int index, Nav state)
     if (state != Keep) frmWizard.cmdNav[index].Enabled = state == On;
 }
 
-}  // namespace
-
-void SetNavCmds(int code)
+void ApplyRow(int code)
 {
     frmWizard.cmdNav[3].Enabled = false;
     for (const NavRow& row : rows) {
@@ -113,4 +112,13 @@ void SetNavCmds(int code)
         }
         return;
     }
+}
+
+}  // namespace
+
+void SetNavCmds(int code)
+{
+    ReleaseNavigation();
+    ApplyRow(code);
+    HoldNavigation();
 }

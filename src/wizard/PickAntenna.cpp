@@ -25,11 +25,12 @@ const std::vector<AntennaRecord>& Rows() { return GroupOf(*Session.config, Sessi
 void ListAntennas()
 {
     std::vector<std::string> names;
+    const bool hasAnswered = !Session.reading.sMainVersion.empty() || !Session.reading.sRFVersion.empty();
     dialog.RowOf.clear();
     int index = 0;
     for (const AntennaRecord& row : Rows()) {
         if (row.AntennaName.empty()) break;
-        if (CanBePicked(row)) {
+        if (CanBePicked(row, hasAnswered)) {
             names.push_back(row.AntennaName);
             dialog.RowOf.push_back(index);
         }

@@ -5,7 +5,10 @@
 
 #include "display/Display.h"
 #include "forms/frmWizard.h"
+#include "link/PortAway.h"
+#include "platform/Failure.h"
 #include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 #include "wizard/Handlers.h"
 
@@ -43,7 +46,11 @@ bool txtSendCmd_KeyPress(int key)
     constexpr int Enter = 13;
     if (key != Enter) return false;
     // While the link is busy the text stays in the box, and a later Enter sends it.
-    if (Session.link.iCommMode != STATE_IDLE) return true;
+    if (Session.link.iCommMode != STATE_IDLE || IsPortAway()) return true;
+    if (Session.link.iCommID == 0) {
+        ShowMsgBox(FAIL_PORT_CLOSED, "txtSendCmd_KeyPress");
+        return true;
+    }
     Session.link.sCmdQueueText += frmWizard.txtSendCmd.Text() + std::string(text::CrLf);
     Session.link.iWaitTicks = 2;
     Remember(frmWizard.txtSendCmd.Text);

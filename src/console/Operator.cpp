@@ -19,7 +19,7 @@ namespace {
 
 std::string Lines(const std::string& words) { return text::Replace(words, "\r", ""); }
 
-const std::string& FlashFile() { return Session.plan->stages.front().sFlashFile; }
+const std::string& FileInHand() { return Session.plan->stages.front().sFlashFile; }
 
 }  // namespace
 
@@ -214,9 +214,9 @@ void Operator::ConfirmFlash()
 {
     if (console_.IsUnattended()) return;
     if (options_.file.empty()) {
-        const std::string file = console_.Ask().AskForText("Flash file", FlashFile());
+        const std::string file = console_.Ask().AskForText("Flash file", FileInHand());
         if (IsExitRequested()) throw Over{};
-        if (file != FlashFile()) TakeFile(file);
+        if (file != FileInHand()) TakeFile(file);
     }
     const int picked = console_.Ask().Pick("Start the flash?", {{"Yes", "y"}, {"No", "n"}}, 0);
     if (IsExitRequested()) throw Over{};

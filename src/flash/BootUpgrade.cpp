@@ -6,6 +6,7 @@
 #include "display/Display.h"
 #include "flash/Acknowledgements.h"
 #include "flash/FileIO.h"
+#include "flash/FileTest.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "flash/Phases.h"
@@ -13,8 +14,6 @@
 #include "forms/frmWizard.h"
 #include "knowledge/Utilities.h"
 #include "persistence/Logs.h"
-#include "platform/Failure.h"
-#include "platform/ProgramFiles.h"
 #include "platform/SerialControl.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
@@ -26,7 +25,7 @@ constexpr std::int32_t firstByte = 1024;  // what lies ahead of it stays as it i
 constexpr std::int32_t behindLast = 32256;
 constexpr std::int32_t blockLength = 64;
 
-/// The high copy of the boot block is folded down to the low one. Sums aren't tested here; that is on purpose.
+/// The high copy of the boot block is folded down to the low one.
 void StoreRecord(const std::string& line)
 {
     const SRecord record = ParseSRecord(line);
@@ -34,23 +33,9 @@ void StoreRecord(const std::string& line)
     std::uint32_t address = record.address >= 33792 ? record.address - 32768 : record.address;
     for (const std::uint8_t byte : record.data) {
         if (address >= Session.flash.BootUpgradeImage.size())
-            throw Failure{FAIL_SUBSCRIPT, Session.config->sBootloaderUpgradeFile + ": address " +
-                                              text::Hex(record.address, 4) + " lies beyond the boot loader"};
+            throw std::out_of_range("address " + text::Hex(record.address, 4) + " lies beyond the boot loader");
         Session.flash.BootUpgradeImage[address++] = byte;
     }
-}
-
-void LoadUpgradeFile()
-{
-    long records = 0;
-    while (!FlashFileAtEnd()) {
-        const std::string line = GetLine();
-        if (!IsSRecord(line)) continue;
-        frmWizard.lblBytesSent[1].Caption = text::Num(++records);
-        StoreRecord(line);
-    }
-    Session.attempt.lBootBytePos = firstByte;
-    CloseFlashFile();
 }
 
 void SendBootUpgradeBlock()
@@ -81,27 +66,25 @@ void EndUpgrade()
 
 }  // namespace
 
+void CheckUpgradeFile(const std::string& fileName)
+{
+    Session.flash.BootUpgradeImage.fill(255);
+    FileTest test;
+    test.fileName = fileName;
+    test.isRecord = [](const std::string& line) { return IsSRecord(line); };
+    test.test = StoreRecord;
+    RunFileTest(test);
+}
+
 bool SetupBootloaderUpgrade()
 {
-    bool loaded = false;
-    Guarded("SetupBootloaderUpgrade", [&] {
-        Session.flash.BootUpgradeImage.fill(255);
-        frmWizard.lblStep[5].Caption = "Upgrading boot loader... ";
-        const std::string& file = Session.config->sBootloaderUpgradeFile;
-        WriteLogLine("Bootloader will be upgraded to file " + file + ".");
-        if (!ProgramFileExists(file)) {
-            ShowMsgBox(5, "SetupBootloaderUpgrade, after Dir(" + file + ") failed.");
-            return;
-        }
-        if (OpenFlashFile(file) != FILE_OPENED) {
-            Session.flash.bFlashFileBad = true;
-            ShowMsgBox(20, "SetupBootloaderUpgrade, after discovering bootloader upgrade file to be corrupt.");
-            return;
-        }
-        LoadUpgradeFile();
-        loaded = true;
-    });
-    return loaded;
+    const std::string& file = Session.config->sBootloaderUpgradeFile;
+    frmWizard.lblStep[5].Caption = "Upgrading boot loader... ";
+    WriteLogLine("Bootloader will be upgraded to file " + file + ".");
+    Session.attempt.lBootBytePos = firstByte;
+    if (FlashFileNamed(file)) return true;
+    ShowMsgBox(5, "SetupBootloaderUpgrade, after Dir(" + file + ") failed.");
+    return false;
 }
 
 void OnUpgradeReply(const std::string& chunk)

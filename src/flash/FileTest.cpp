@@ -52,7 +52,8 @@ void TestRecords(const FileTest& test)
 
 void RunFileTest(const FileTest& test)
 {
-    if (OpenFlashFile(test.fileName) != FILE_OPENED) {
+    if (ReadFlashFile(test.fileName) != FILE_OPENED || OpenFlashFile(test.fileName) != FILE_OPENED) {
+        StatusTextUpdate(test.fileName + " can't be read. Nothing was sent to the antenna.");
         Session.flash.bFlashFileBad = true;
         return;
     }

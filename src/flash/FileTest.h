@@ -16,5 +16,10 @@ struct FileTest {
     std::function<std::string()> wholeFault = [] { return std::string(); };
 };
 
-/// Runs a test over a file of the program's directory; sets bFlashFileBad when it fails or the file can't be read.
+/// Reads a file of the program's directory and runs a test over it; sets bFlashFileBad when it fails or the file can't
+/// be read.
 void RunFileTest(const FileTest& test);
+
+/// Tests all files of the plan: those of every stage, the second one, the boot area's and the boot loader upgrade.
+/// False at the first one that is missing or can't be sent; it has been told.
+bool FlashFilesAreSound();

@@ -5,11 +5,12 @@
 
 #include "session/FlashPlan.h"
 
-/// Tests the flash file and sets the link going: the parameters are read out, or the reset is awaited. A file that is
-/// missing or corrupt is told, and the link stays idle.
+/// Tests all files of the flash and sets the link going: the parameters are read out, or the reset is awaited. A file
+/// that is missing or corrupt is told, and the link stays idle.
 void StartFlash();
 
-/// The next stage of a flash under way: its file is tested, and the user is asked for the power cycle ahead of it.
+/// The next stage of a flash under way: its file was tested with the first one, and the user is asked for the power
+/// cycle ahead of it.
 void StartNextStage();
 
 /// The stage of the plan that is written now.

@@ -21,11 +21,13 @@ void CheckHexImageFile(const std::string& fileName, const FileArguments& argumen
 /// Tests all records of an .S19 file, whichever board it is for; sets bFlashFileBad.
 void CheckS19Records(const std::string& fileName);
 
+/// Tests the file of board 1's new boot loader and loads it into BootUpgradeImage; sets bFlashFileBad.
+void CheckUpgradeFile(const std::string& fileName);
+
 /// Ticks of 100 ms that the old boot loader of board 1 may take for a block of its successor.
 inline constexpr short UpgradePatience = 300;
 
-/// Loads the new boot loader of board 1 into BootUpgradeImage. False, and told, when its file is missing or can't be
-/// used.
+/// Gets the new boot loader ready to be sent. False, and told, when there is none.
 bool SetupBootloaderUpgrade();
 
 /// The last block or record is acknowledged.

@@ -1,75 +1,20 @@
-// The start of a flash: the file is tested, then the link is set going. Nothing waits here.
+// The start of a flash: all its files are tested, then the link is set going. Nothing waits here.
 
 #include "display/Display.h"
+#include "flash/FileTest.h"
 #include "flash/FlashMainboard.h"
-#include "flash/FlashRFBoard.h"
 #include "forms/frmWizard.h"
 #include "knowledge/BoardTable.h"
 #include "link/SerialPortIO.h"
 #include "persistence/INIUtilities.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
-#include "platform/ProgramFiles.h"
 #include "platform/SerialControl.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
-
-bool IsThere(const std::string& file, const std::string& told)
-{
-    if (ProgramFileExists(file)) return true;
-    Session.flash.bFlashFileBad = true;
-    ShowMsgBox(5, told);
-    return false;
-}
-
-void TestImageFile(const std::string& file, int boardType, std::int32_t addressBias)
-{
-    if (!text::Holds(file, ".S19")) {
-        StatusTextUpdate(file + " is no .S19 file, and this board takes no other. Click Back to choose another file.");
-        Session.flash.bFlashFileBad = true;
-        return;
-    }
-    CheckS19File(file, addressBias, boardType, S19File::Software);
-}
-
-void TestSecondFile(const std::string& file)
-{
-    WriteLogLine("++>Checksumming flash file: " + file);
-    CheckHexImageFile(file, Session.plan->SecondFile, Session.plan->iBoardType);
-}
-
-/// The boot area is laid over the image that the flash file has filled.
-void TestBootloaderFile(const std::string& file)
-{
-    WriteLogLine("Bootloader file is " + file + ".");
-    if (!IsThere(file, "StartFlash, after Dir(" + file + ") failed.")) return;
-    WriteLogLine("++>Checksumming flash file: " + file);
-    frmWizard.lblBytesSent[0].Caption = "Record:";
-    if (text::Holds(file, ".S19")) CheckS19File(file, 0, Session.plan->iBoardType, S19File::BootLoader);
-}
-
-/// True when all files that go to the board may be sent. What is wrong with one has been told, and nothing is tested
-/// behind it.
-bool FlashFilesAreSound(const Board& board)
-{
-    const std::string& file = StageInHand().sFlashFile;
-    Session.flash.bFlashFileBad = false;
-    WriteLogLine("File to flash is " + file + ".");
-    if (!IsThere(file, "StartFlash, after Dir(" + file + " failed.")) return false;
-    WriteLogLine("++>Checksumming flash file: " + file);
-    frmWizard.lblBytesSent[0].Caption = "Record:";
-    if (board.group != BoardGroup::Line || !IsSettingTrue(SETTING_DRY_RUN))
-        CheckFlashFile(file, board.type, Session.plan->FirstFile.AddressOffset);
-    if (board.group == BoardGroup::Line) return !Session.flash.bFlashFileBad;
-    if (!Session.flash.bFlashFileBad && !Session.plan->sFlashFileName.empty())
-        TestSecondFile(Session.plan->sFlashFileName);
-    if (!Session.flash.bFlashFileBad && board.group == BoardGroup::Block)
-        TestBootloaderFile(Session.plan->sNewRFBootloaderFile);
-    return !Session.flash.bFlashFileBad;
-}
 
 void ShowEverywhere(const std::string& words)
 {
@@ -130,14 +75,6 @@ void TellStart(const Board& board)
 
 const FlashStage& StageInHand() { return Session.plan->stages.at(Session.flash.stage); }
 
-void CheckFlashFile(const std::string& fileName, int boardType, std::int32_t addressBias)
-{
-    if (BoardOf(boardType).group == BoardGroup::Line)
-        CheckHexFile(fileName);
-    else
-        TestImageFile(fileName, boardType, addressBias);
-}
-
 void StartFlash()
 {
     const Board& board = BoardOf(Session.plan->iBoardType);
@@ -146,7 +83,7 @@ void StartFlash()
     Session.attempt = {};
     Session.flash.bSkipParams = Session.plan->bSkipParams;
     BeginStage();
-    if (board.group == BoardGroup::None || !FlashFilesAreSound(board)) return;
+    if (board.group == BoardGroup::None || !FlashFilesAreSound()) return;
     if (Session.flash.bSkipParams) {
         AwaitReset(board);
     } else {
@@ -162,7 +99,7 @@ void StartNextStage()
     const Board& board = BoardOf(Session.plan->iBoardType);
     ++Session.flash.stage;
     BeginStage();
-    if (!FlashFilesAreSound(board)) return;
+    WriteLogLine("File to flash is " + StageInHand().sFlashFile + ".");
     AwaitNextStage();
     TellStart(board);
 }

@@ -7,12 +7,14 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "session/FlashConfig.h"
+#include "session/FlashFile.h"
 #include "session/FlashPlan.h"
 
 // What the link is doing; the mode of iCommMode.
@@ -159,9 +161,11 @@ struct Flash {
     std::int16_t iFlashPhase = 0;
     bool bSkipParams = false;  // parameters are neither saved nor restored
     bool bFlashFileBad = false;
-    bool bAtRisk = false;             // from the reset into the loader on, until the antenna is whole again
-    bool bErased = false;             // a program command went out: the antenna needs this flash
-    std::int32_t lFlashFileSize = 0;  // bytes
+    bool bAtRisk = false;                                 // from the reset into the loader on, until it is whole again
+    bool bErased = false;                                 // a program command went out: the antenna needs this flash
+    std::vector<std::shared_ptr<const FlashFile>> files;  // as they were tested, each name once
+    std::vector<std::string> warnings;                    // what their tests found odd
+    std::int32_t lFlashFileSize = 0;                      // bytes
     BoardImage FlashImage{};
     bool bBootloaderUpgraded = false;  // the old boot loader of board 1 was replaced, or isn't there
     BootImage BootUpgradeImage{};

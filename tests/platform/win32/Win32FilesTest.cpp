@@ -98,6 +98,7 @@ TEST_F(Win32Files, LettersOfAnyAlphabetAreTheSameToTheSystemAndToTheProgram)
     WriteWholeFile(ProgramFile(name), ":00000001FF\r\n");
     EXPECT_NE(GetFileAttributesW((machine.directory / L"F6111\u00E4\u03A9.HEX").c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(FamilyFiles("F6111 .HEX"), std::vector{name});
+    ASSERT_EQ(ReadFlashFile(name), FILE_OPENED);
     ASSERT_EQ(OpenFlashFile(name), FILE_OPENED);
     EXPECT_EQ(GetLine(), ":00000001FF");
     CloseFlashFile();

@@ -32,7 +32,7 @@ void MeasureBlocks(Report& report)
     constexpr int blocks = 919;  // of the main leg
     BenchAntenna antenna(20, "RF6", 9600);
     const Home home(antenna.Path());
-    home.MakeS19File(u"BENCH.S19"_qs, 58, 6208);
+    home.MakeS19File(u"BENCH.S19"_qs, 57, 6208);
     home.MakeS19File(u"BOOT.S19"_qs, 4, 128);
     if (!antenna.AwaitSoftware()) return report.NotMeasured("blocks", "the antenna doesn't start");
     antenna.SignOnAgainAndAgain();

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "flash/FileTest.h"
 #include "forms/frmCheckAntennas.h"
 #include "forms/frmCheckJarlForGLTV.h"
 #include "forms/frmWizard.h"
@@ -125,9 +126,10 @@ void ConsoleComputer::OnEndRequest(EndRequest request)
 // --- questions -------------------------------------------------------------------------------------------------------
 
 /// Nobody can be asked: on with it as far as it goes, and no second try that needs a hand.
-Answer ConsoleComputer::AnswerUnasked(Buttons buttons)
+Answer ConsoleComputer::AnswerUnasked(Buttons buttons, const std::string& title)
 {
     constexpr int mostRetries = 2;
+    if (title == ODD_FILES_TITLE) return options_.acceptWarnings && !leaving_ ? Answer::Yes : Answer::No;
     switch (buttons) {
     case Buttons::RetryCancel:
         return !leaving_ && !options_.powerCycle.empty() && retries_++ < mostRetries ? Answer::Retry : Answer::Cancel;
@@ -139,7 +141,7 @@ Answer ConsoleComputer::AnswerUnasked(Buttons buttons)
     return Answer::OK;
 }
 
-Answer ConsoleComputer::AskPerson(Buttons buttons, Answer standard)
+Answer ConsoleComputer::AskPerson(Buttons buttons, Answer standard, const std::string& title)
 {
     const std::vector<Button> set = SetOf(buttons);
     std::vector<Choice> choices;
@@ -150,7 +152,7 @@ Answer ConsoleComputer::AskPerson(Buttons buttons, Answer standard)
     }
     const int picked = choices_.Pick("", choices, first);
     if (picked >= 0) return set[static_cast<std::size_t>(picked)].answer;
-    if (leaving_ || insists_) return AnswerUnasked(buttons);
+    if (leaving_ || insists_) return AnswerUnasked(buttons, title);
     return set.back().answer;
 }
 
@@ -165,8 +167,9 @@ Answer ConsoleComputer::MsgBox(const std::string& words, Buttons buttons, Icon i
     else
         voice_.Tell("message", words, fields);
     if (buttons == Buttons::OK) return Answer::OK;  // nothing to decide
-    const bool unasked = leaving_ || (IsUnattended() && !asksToLeave_);
-    const Answer answer = unasked ? AnswerUnasked(buttons) : AskPerson(buttons, standard);
+    const bool accepted = options_.acceptWarnings && title == ODD_FILES_TITLE;
+    const bool unasked = leaving_ || accepted || (IsUnattended() && !asksToLeave_);
+    const Answer answer = unasked ? AnswerUnasked(buttons, title) : AskPerson(buttons, standard, title);
     voice_.Tell("answer", unasked ? std::string("(") + NameOf(answer) + ")" : "", {{"answer", NameOf(answer)}});
     return answer;
 }

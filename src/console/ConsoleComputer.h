@@ -57,8 +57,8 @@ private:
     void ShowInTurn() override { reporter_.Look(); }
     void ShowOverdue() override { reporter_.Look(); }
 
-    Answer AnswerUnasked(Buttons buttons);
-    Answer AskPerson(Buttons buttons, Answer standard);
+    Answer AnswerUnasked(Buttons buttons, const std::string& title);
+    Answer AskPerson(Buttons buttons, Answer standard, const std::string& title);
     void AnswerModel(Form& form);
     void AnswerLibrary();
 

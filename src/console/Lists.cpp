@@ -1,14 +1,18 @@
 #include "console/Lists.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
 #include <set>
 
 #include "console/Boards.h"
+#include "flash/FileIO.h"
+#include "flash/FileReport.h"
 #include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "knowledge/BoardTable.h"
 #include "knowledge/RowTable.h"
 #include "knowledge/Utilities.h"
+#include "knowledge/VersionReply.h"
 #include "platform/ProgramFiles.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
@@ -39,6 +43,28 @@ int BoardTypeWanted(const Options& options, int standard, Voice& voice)
     // A number may mean a board that only its version reply tells from other RF boards.
     if (board != nullptr && text::IsNumeric(options.board)) return static_cast<int>(text::Val(options.board));
     return board == nullptr ? -1 : board->type;
+}
+
+/// What was read of a file, whether it is sound or not.
+void TellMap(const std::string& file, const std::string& shown, Voice& voice)
+{
+    const auto copy = FlashFileNamed(file);
+    if (!copy) return;
+    const std::string revision = RevisionOfFile(QFileInfo(Words(shown)).fileName().toStdString());
+    const auto size = static_cast<qint64>(copy->bytes.size());
+    std::string words = shown + ": " + text::Num(size) + " bytes, revision " + (revision.empty() ? "-" : revision) +
+                        "\nSHA-256 " + copy->sha256;
+    QJsonArray ranges;
+    for (const DataRange& range : ReportOn(copy->bytes, KindOf(file)).map.Ranges()) {
+        const auto last = range.end - 1;
+        const auto bytes = static_cast<qint64>(range.end - range.first);
+        const auto hex = [](std::uint64_t address) { return text::Hex(static_cast<std::uint32_t>(address), 6); };
+        words += "\n  " + hex(range.first) + " to " + hex(last) + "  " + text::Num(bytes) + " bytes";
+        ranges.append(QJsonObject{
+            {"first", static_cast<qint64>(range.first)}, {"last", static_cast<qint64>(last)}, {"bytes", bytes}});
+    }
+    voice.Tell("map", words,
+               {{"size", size}, {"sha256", Words(copy->sha256)}, {"revision", Words(revision)}, {"ranges", ranges}});
 }
 
 }  // namespace
@@ -106,7 +132,7 @@ int CheckFile(const Options& options, ConsoleComputer& console, Voice& voice)
         return END_BAD_FILE;
     }
     bool tested = false;
-    Session.flash.bFlashFileBad = false;
+    Session.flash = {};
     Guarded("CheckFile", [&] {
         if (BoardOf(type).group == BoardGroup::None)
             CheckS19Records(file);
@@ -115,8 +141,12 @@ int CheckFile(const Options& options, ConsoleComputer& console, Voice& voice)
         tested = true;
     });
     console.TellForms();
-    if (!tested || Session.flash.bFlashFileBad) return END_BAD_FILE;
     voice.EndProgress();
+    TellMap(file, options.file, voice);
+    for (const std::string& warning : Session.flash.warnings) voice.Complain("warning", "Warning: " + warning + ".");
+    if (!Session.flash.refusal.empty()) voice.Complain("refused", Session.flash.refusal + ".");
+    if (!tested || Session.flash.bFlashFileBad) return END_BAD_FILE;
     voice.Tell("checked", options.file + " passed the integrity test.");
-    return END_DONE;
+    const bool wanted = Session.flash.warnings.empty() || options.acceptWarnings || !options.yes;
+    return wanted ? END_DONE : END_BAD_FILE;
 }

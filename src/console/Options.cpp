@@ -81,6 +81,7 @@ void Describe(QCommandLineParser& parser)
         {"usb", "The board is connected by its own USB port."},
         {"power-cycle", "A command that switches the antenna's power off and on again.", "COMMAND"},
         {"yes", "Ask nothing: nobody is there to answer."},
+        {"accept-warnings", "Take a flash file although its test finds it odd."},
         {"log", "Keep a copy of BNL.LOG there.", "FILE"},
         {"json", "Tell everything as JSON, one object a line."},
         {"list-ports", "List the serial ports."},
@@ -133,6 +134,7 @@ Options ReadOptions()
     options.skipParameters = parser.isSet("skip-parameters");
     options.usb = parser.isSet("usb");
     options.yes = parser.isSet("yes");
+    options.acceptWarnings = parser.isSet("accept-warnings");
     options.json = parser.isSet("json");
 
     int tasks = 0;

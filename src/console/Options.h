@@ -26,8 +26,9 @@ struct Options {
     Task task = Task::Flash;
     std::string directory, port, board, file, antenna, model, powerCycle, log;
     bool skipParameters = false;
-    bool usb = false;  // the board is connected by its USB port
-    bool yes = false;  // nobody is there to be asked
+    bool usb = false;             // the board is connected by its USB port
+    bool yes = false;             // nobody is there to be asked
+    bool acceptWarnings = false;  // flash files that are odd are flashed unasked
     bool json = false;
 };
 

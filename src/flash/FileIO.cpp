@@ -4,7 +4,6 @@
 #include <fstream>
 
 #include "display/Display.h"
-#include "flash/HexRecord.h"
 #include "persistence/Logs.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFiles.h"
@@ -17,7 +16,7 @@
 namespace {
 
 /// Far beyond any flash file: it isn't to fill the memory with whatever was chosen instead of one.
-constexpr std::uintmax_t mostBytes = 64U << 20;
+constexpr std::uintmax_t mostBytes = 16U << 20;
 
 struct OpenFile {
     std::shared_ptr<const FlashFile> file;
@@ -55,6 +54,17 @@ int ReadFlashFile(const std::string& name)
         files.push_back(std::make_shared<const FlashFile>(std::move(file)));
     });
     return FlashFileNamed(name) ? FILE_OPENED : FILE_NOT_FOUND;
+}
+
+std::string FlashFileBytes(const std::string& name)
+{
+    try {
+        return ReadToItsEnd(name);
+    } catch (const Failure&) {
+        return {};
+    } catch (const std::filesystem::filesystem_error&) {
+        return {};
+    }
 }
 
 std::shared_ptr<const FlashFile> FlashFileNamed(const std::string& name)
@@ -102,8 +112,6 @@ bool ReadNextHexLine()
     Session.attempt.vCurrentLine = Session.attempt.sFirstLine;
     Session.attempt.sFirstLine = GetLine();
     ShowProgress(FlashFilePercent());
-    if (IsShortContinuation(Session.attempt.sFirstLine))
-        Session.attempt.vCurrentLine = MergeShortRecord(Session.attempt.vCurrentLine, Session.attempt.sFirstLine);
     Session.attempt.vCurrentLine += "\r";
     return true;
 }

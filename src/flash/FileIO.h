@@ -16,6 +16,9 @@ inline constexpr int FILE_NOT_FOUND = 4;
 /// user and counts as not found.
 int ReadFlashFile(const std::string& name);
 
+/// What a file of the program's directory holds now; empty when it can't be read.
+std::string FlashFileBytes(const std::string& name);
+
 /// The copy of that name; null when there is none.
 std::shared_ptr<const FlashFile> FlashFileNamed(const std::string& name);
 
@@ -36,7 +39,6 @@ long FlashFileLine();
 /// Percent of the file that was read.
 int FlashFilePercent();
 
-/// vCurrentLine becomes the next line with CR behind it; a short continuation is folded into the line before it. False
-/// at the end of the file, with nothing changed: the last line of a file is thus never sent. In a sound file it is the
-/// end record.
+/// vCurrentLine becomes the next line with CR behind it. False at the end of the file, with nothing changed: the last
+/// line of a file is thus never sent. In a sound file it is the end record.
 bool ReadNextHexLine();

@@ -1,42 +1,36 @@
 #include "flash/SRecord.h"
 
+#include <array>
+#include <numeric>
 #include <stdexcept>
 
+#include "flash/RecordBytes.h"
 #include "text/Text.h"
 
 namespace {
 
-bool IsData(int type) { return type == 1 || type == 2; }
-
-void ReadData(SRecord& record, std::string_view line)
-{
-    const std::uint32_t count = text::HexField(line, 3, 2);
-    const std::size_t dataAt = static_cast<std::size_t>(record.type) * 2 + 7;
-    const std::size_t checksumAt = count * 2 + 3;
-    if (checksumAt < dataAt) throw std::invalid_argument("the count is too small for the address");
-    std::uint32_t sum = count;
-    for (std::size_t at = 5; at < dataAt; at += 2) sum += text::HexField(line, at, 2);
-    record.data.reserve((checksumAt - dataAt) / 2);
-    for (std::size_t at = dataAt; at < checksumAt; at += 2) {
-        record.data.push_back(static_cast<std::uint8_t>(text::HexField(line, at, 2)));
-        sum += record.data.back();
-    }
-    record.checksumFits = text::HexField(line, checksumAt, 2) == 255 - sum % 256;
-}
+/// Bytes of the address by type; 0: there is no such type.
+constexpr std::array<std::size_t, 10> addressBytes{2, 2, 3, 4, 0, 2, 3, 4, 3, 2};
 
 }  // namespace
 
-bool IsSRecord(std::string_view line) { return text::StartsWith(line, "S"); }
-
 SRecord ParseSRecord(std::string_view line)
 {
-    SRecord record;
-    const std::string type = text::Mid(line, 2, 1);
-    if (type.empty() || type[0] < '0' || type[0] > '9') throw std::invalid_argument("the record type is no number");
-    record.type = type[0] - '0';
-    const bool shortAddress = record.type == 1 || record.type == 9;
-    text::HexField(line, 3, 2);
-    record.address = text::HexField(line, 5, shortAddress ? 4 : 6);
-    if (IsData(record.type)) ReadData(record, line);
-    return record;
+    if (line.size() < 2 || line[0] != 'S') throw std::invalid_argument("the line is no S-record");
+    const std::size_t type = static_cast<unsigned char>(line[1]) - std::size_t{'0'};
+    if (type >= addressBytes.size() || addressBytes[type] == 0)
+        throw std::invalid_argument("there is no S-record of this type");
+    const std::vector<std::uint8_t> bytes = RecordBytes(line.substr(2));
+    const std::size_t length = addressBytes[type];
+    if (bytes.empty() || bytes.size() - 1 < bytes[0])
+        throw std::invalid_argument("the line is shorter than its count says");
+    if (bytes.size() - 1 > bytes[0]) throw std::invalid_argument("the line is longer than its count says");
+    if (bytes[0] < length + 1) throw std::invalid_argument("the count is too small for the address");
+    const unsigned sum = std::accumulate(bytes.begin(), bytes.end() - 1, 0U);
+    if (bytes.back() != 255 - sum % 256)
+        throw std::invalid_argument("the checksum is " + text::Hex(bytes.back(), 2) + ", the data give " +
+                                    text::Hex(255 - sum % 256, 2));
+    return {static_cast<int>(type),
+            RecordNumber(bytes, 1, length),
+            {bytes.begin() + 1 + static_cast<std::ptrdiff_t>(length), bytes.end() - 1}};
 }

@@ -7,6 +7,7 @@
 #include "forms/frmWizard.h"
 #include "knowledge/BoardTable.h"
 #include "persistence/Logs.h"
+#include "platform/Computer.h"
 #include "platform/ProgramFiles.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
@@ -34,7 +35,8 @@ void Announce(const std::string& file)
 void TestImageFile(const std::string& file, int boardType, std::int32_t addressBias)
 {
     if (!text::Holds(file, ".S19")) {
-        StatusTextUpdate(file + " is no .S19 file, and this board takes no other. Click Back to choose another file.");
+        Session.flash.refusal = file + " is no .S19 file, and this board takes no other";
+        StatusTextUpdate(Session.flash.refusal + ". Click Back to choose another file.");
         Session.flash.bFlashFileBad = true;
         return;
     }
@@ -84,6 +86,22 @@ void TestUpgradeFile(const Board& board)
     CheckUpgradeFile(file);
 }
 
+/// What is odd may be right all the same; that is for the user to know.
+bool UserTakesOddFiles()
+{
+    if (Session.flash.warnings.empty()) return true;
+    std::string words = "There is something odd about what is to be flashed:\n\n";
+    for (const std::string& warning : Session.flash.warnings) words += warning + ".\n\n";
+    words += "Nothing was sent to the antenna yet. Do you want to flash it all the same?";
+    const Answer answer = computer->MsgBox(words, Buttons::YesNo, Icon::Exclamation, ODD_FILES_TITLE, Answer::No);
+    WriteLogLine(answer == Answer::Yes ? "++>The user takes the odd files."
+                                       : "++>The user doesn't take the odd files.");
+    if (answer == Answer::Yes) return true;
+    StatusTextUpdate("Nothing was sent to the antenna. Click Back to choose another file, or get this one again.");
+    Session.flash.bFlashFileBad = true;
+    return false;
+}
+
 }  // namespace
 
 void CheckFlashFile(const std::string& fileName, int boardType, std::int32_t addressBias)
@@ -103,5 +121,5 @@ bool FlashFilesAreSound()
         for (const auto test : {TestSecondFile, TestBootloaderFile, TestUpgradeFile})
             if (!Session.flash.bFlashFileBad) test(board);
     }
-    return !Session.flash.bFlashFileBad;
+    return !Session.flash.bFlashFileBad && UserTakesOddFiles();
 }

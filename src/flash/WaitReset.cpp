@@ -35,8 +35,8 @@ void NothingIsSent(const std::string& file)
     ShowMsgBox(5, "OnSignOnReply, after Dir(" + file + ") failed.");
 }
 
-/// Opens the file and reads its first line, before the antenna is told to erase anything. False when it has gone since
-/// its test: the link rests.
+/// Opens the file as it was tested and takes its first line, before the antenna is told to erase anything. False when
+/// it wasn't tested: the link rests.
 bool FileIsOpenForSending()
 {
     if (OpenFlashFile(StageInHand().sFlashFile) != FILE_OPENED) {

@@ -165,6 +165,7 @@ struct Flash {
     bool bErased = false;                                 // a program command went out: the antenna needs this flash
     std::vector<std::shared_ptr<const FlashFile>> files;  // as they were tested, each name once
     std::vector<std::string> warnings;                    // what their tests found odd
+    std::string refusal;                                  // why one of them can't be flashed
     std::int32_t lFlashFileSize = 0;                      // bytes
     BoardImage FlashImage{};
     bool bBootloaderUpgraded = false;  // the old boot loader of board 1 was replaced, or isn't there

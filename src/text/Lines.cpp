@@ -6,10 +6,11 @@ Lines::Lines(std::string_view text) : text_(text) { PassBlank(); }
 
 std::string_view Lines::Take()
 {
-    const std::size_t stop = std::min(text_.find_first_of("\r\n", next_), text_.size());
-    const std::string_view line = text_.substr(next_, stop - next_);
-    next_ = stop + (text_.substr(stop, 2) == "\r\n" ? 2 : 1);
+    const std::size_t stop = std::min(text_.find('\n', next_), text_.size());
+    std::string_view line = text_.substr(next_, stop - next_);
+    next_ = stop + 1;
     ++number_;
+    if (stop < text_.size() && line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
 
@@ -17,7 +18,7 @@ void Lines::PassBlank()
 {
     while (!AtEnd()) {
         const std::size_t at = next_;
-        if (Take().find_first_not_of(" \t") == std::string_view::npos) continue;
+        if (Take().find_first_not_of(" \t\r") == std::string_view::npos) continue;
         next_ = at;
         --number_;
         return;

@@ -1,5 +1,5 @@
 #pragma once
-// The lines of a text in memory that aren't blank, whatever ends them: CR LF, LF or a lone CR.
+// The lines of a text in memory that aren't blank. CR LF or LF ends them; a CR elsewhere is a part of its line.
 
 #include <cstddef>
 #include <string_view>
@@ -9,7 +9,7 @@ public:
     /// `text` has to outlive the walk.
     explicit Lines(std::string_view text);
 
-    /// True when no line is left but blank ones; blanks and tabs alone make a line blank.
+    /// True when no line is left but blank ones; blanks, tabs and CRs alone make a line blank.
     bool AtEnd() const { return next_ >= text_.size(); }
 
     /// The next line without its line end; empty when none is left.

@@ -19,8 +19,8 @@ protected:
     {
         Start(type, unit);
         const bool old = type == 1;
-        Make("main.S19", type == 21 ? 3000 : (old ? 30000 : 70000), old ? 1500 + 32768 : 1000, "-Motorola");
-        Shell("srec_cat " + Quoted(pc.directory / "main.S19") + " -exclude 35000 35200 -o " +
+        Make("main.S19", type == 21 ? 3000 : (old ? 30000 : 64024), old ? 1500 + 32768 : 1000, "-Motorola");
+        Shell("srec_cat " + Quoted(pc.directory / "main.S19") + " -exclude 6200 6208 -exclude 35000 35200 -o " +
               Quoted(pc.directory / "gap.S19") + " -Motorola -CRLF");
         Make("boot.S19", 4096, 128, "-Motorola");
         Make("upgrade.S19", 20000, 2000, "-Motorola -address-length=2");
@@ -128,14 +128,54 @@ TEST_F(BlockFixture, AnOldBootLoaderIsReplacedFirst)
     ExpectBlocksEqualFiles();
 }
 
-TEST_F(BlockFixture, WithoutTheUpgradeFileNothingIsSentToAnOldBootLoader)
+/// One of the files of a flash.
+struct Part {
+    int type;
+    const char* unit;
+    const char* file;
+    bool missing;  // else it is empty
+};
+
+class AnyFile : public BlockFixture, public testing::WithParamInterface<Part> {};
+
+TEST_P(AnyFile, ThatIsMissingOrBadIsNamedBeforeAnythingIsSent)
 {
-    StartBoard(1, "RF2 OLD");
-    fs::remove(pc.directory / "F61110A.S19");
+    const Part& part = GetParam();
+    StartBoard(part.type, part.unit);
+    WriteFile(pc.directory / part.file, "");
+    if (part.missing) fs::remove(pc.directory / part.file);
     GoToFlash();
-    ASSERT_TRUE(pc.RunUntil([this] { return pc.BoxWasShown("Flash File Not Found."); }, 600));
-    pc.RunFor(30);
-    EXPECT_FALSE(text::Holds(pc.sent, "PGM_908OK"));
+    const std::size_t sentBefore = pc.sent.size();
+    pc.RunFor(60);
+    EXPECT_EQ(sentBefore, pc.sent.size()) << pc.sent.substr(sentBefore);
+    EXPECT_TRUE(StatusSays(part.file)) << frmWizard.txtStatus.Text();
+    EXPECT_EQ(STATE_IDLE, Session.link.iCommMode);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, AnyFile,
+                         testing::Values(Part{20, "RF6A", "F61275A.HEX", true}, Part{20, "RF6A", "F61275A.HEX", false},
+                                         Part{20, "RF6 LM", "F61207A.S19", false},
+                                         Part{20, "RF6 LM", "F61140A.S19", true},
+                                         Part{1, "RF2 OLD", "F61110A.S19", true},
+                                         Part{1, "RF2 OLD", "F61110A.S19", false},
+                                         Part{21, "RF7", "F61340B.S19", false}));
+
+TEST_F(BlockFixture, AFileThatMayBeCutIsFlashedOnlyWhenTheUserWantsIt)
+{
+    StartBoard(20, "RF6 LM");
+    const fs::path file = pc.directory / "F61207A.S19";
+    const std::string whole = ReadFile(file);
+    WriteFile(file, whole.substr(0, whole.find("\nS5") + 1));
+    pc.answers = {Answer::No};
+    GoToFlash();
+    ASSERT_EQ(1u, pc.boxes.size());
+    EXPECT_EQ(Answer::No, pc.boxes[0].standard);
+    EXPECT_TRUE(text::Holds(pc.boxes[0].words, "F61207A.S19: it has neither an end record nor a count"));
+    EXPECT_EQ(STATE_IDLE, Session.link.iCommMode);
+    pc.answers = {Answer::Yes};
+    ASSERT_TRUE(Press(frmWizard.cmdNav[1]) && Next());
+    ASSERT_TRUE(FlashRuns(2000)) << frmWizard.txtStatus.Text();
+    ExpectBlocksEqualFiles();
 }
 
 /// A course of the three-stage board: its unit, and the stages that it needs.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "flash/FlashMainboard.h"
 #include "flash/FlashRFBoard.h"
 #include "forms/frmWizard.h"
 #include "persistence/Logs.h"
@@ -12,6 +13,11 @@
 #include "text/Text.h"
 
 namespace {
+
+// A record at the begin of the main leg, of either kind, and an end record.
+#define S "S1041900AA38\r\n"
+#define H ":0419000001020304D9\r\n"
+#define END ":00000001FF\r\n"
 
 class ImageFiles : public testing::Test {
 protected:
@@ -34,27 +40,23 @@ protected:
     VirtualComputer pc;
 };
 
-TEST_F(ImageFiles, TheWindowTheBiasAndTheGapsAreTheBoards)
+TEST_F(ImageFiles, TheBiasAndTheGapsAreTheBoards)
 {
-    Make("F1.S19", 70000, 1000, "-Motorola -CRLF");
+    Make("F1.S19", 30000, 20000, "-Motorola -CRLF");
     Shell("srec_cat " + Quoted(pc.directory / "F1.S19") + " -exclude 20000 30000 -o " +
           Quoted(pc.directory / "gaps.S19") + " -Motorola -CRLF");
     for (const int bias : {0, 4000, -500}) {
         CheckS19File("gaps.S19", bias, 11, S19File::Software);
         const std::string offset = bias < 0 ? "- " + std::to_string(-bias) : std::to_string(bias);
         EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
-        // A record counts as a whole when it begins inside the window; these lie 28 bytes apart at the most.
-        const std::string judged = Image("gaps.S19", "-Motorola -offset " + offset);
-        const std::string image = Bytes(Session.flash.FlashImage);
-        EXPECT_EQ(judged.substr(6208 + 32, 131072 - 6208 - 32), image.substr(6208 + 32, 131072 - 6208 - 32)) << bias;
-        EXPECT_EQ(std::string(6208, '\xFF'), image.substr(0, 6208));
+        EXPECT_EQ(Image("gaps.S19", "-Motorola -offset " + offset), Bytes(Session.flash.FlashImage)) << bias;
     }
     EXPECT_TRUE(text::Holds(pc.Log(), "gaps.S19 passed integrity test. "));
 }
 
 TEST_F(ImageFiles, BoardOneFoldsItsHighCopyDown)
 {
-    Make("F2.S19", 30000, 33000, "-Motorola");
+    Make("F2.S19", 30000, 33792, "-Motorola");
     CheckS19File("F2.S19", 0, 1, S19File::Software);
     EXPECT_FALSE(Session.flash.bFlashFileBad);
     EXPECT_EQ(Image("F2.S19", "-Motorola -offset - 32768"), Bytes(Session.flash.FlashImage));
@@ -76,63 +78,75 @@ TEST_F(ImageFiles, TheSecondFileIsFoldedAtItsLengthButForFourBoards)
     Make("F4.HEX", 3000, 100, "-Intel");
     for (const int type : {16, 20}) {
         Session.flash.FlashImage.fill(255);
-        CheckHexImageFile("F4.HEX", {65536, 66000, 0}, type);
+        CheckHexImageFile("F4.HEX", {65536, type == 16 ? 72208 : 6672, 0}, type);
         EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
-        const std::string offset = std::to_string(type == 16 ? 66000 - 65536 : 66000);
-        EXPECT_EQ(Image("F4.HEX", "-Intel -offset " + offset), Bytes(Session.flash.FlashImage)) << type;
+        EXPECT_EQ(Image("F4.HEX", "-Intel -offset 6672"), Bytes(Session.flash.FlashImage)) << type;
     }
     CheckHexImageFile("F4.HEX", {65536, 0, 65000}, 20);
-    EXPECT_FALSE(Session.flash.bFlashFileBad);
+    EXPECT_TRUE(StatusSays("F4.HEX: the file holds no data for this board."));
 }
 
-/// One line in the middle of a sound file, and whether it is refused. The first record stands in line 1.
-struct Odd {
+TEST_F(ImageFiles, HalfOfWhatTheRevisionBeforeFillsIsWarnedOf)
+{
+    Make("F61207A.S19", 58816, 6208, "-Motorola");
+    for (const int size : {58816, 45000, 44000}) {
+        Make("F61207B.S19", static_cast<std::size_t>(size), 6208, "-Motorola");
+        Session.flash.warnings.clear();
+        CheckS19File("F61207B.S19", 0, 20, S19File::Software);
+        EXPECT_EQ(size == 44000, !Session.flash.warnings.empty()) << size;
+    }
+    EXPECT_EQ("F61207B.S19: it fills 74 % of its memory, and F61207A.S19 fills 100 %", Session.flash.warnings.front());
+}
+
+enum class As { Lines, Software, Boot, Second };
+
+/// A file that a human would call broken, and why it is refused.
+struct Broken {
     const char* name;
-    const char* line;
-    bool refused;
+    As as;
+    const char* content;
+    const char* words;
 };
 
-class OddRecord : public ImageFiles, public testing::WithParamInterface<Odd> {};
+class BrokenFile : public ImageFiles, public testing::WithParamInterface<Broken> {};
 
-TEST_P(OddRecord, IsRefusedWithItsNumberOrPassesAsItShould)
+TEST_P(BrokenFile, IsRefusedWithItsLineAndTheReason)
 {
-    WriteFile(pc.directory / "odd.S19",
-              std::string("S0030000FC\r\nS1041900AA38\r\n") + GetParam().line + "\r\nS9030000FC\r\n");
-    CheckS19File("odd.S19", 0, 11, S19File::Software);
-    EXPECT_EQ(GetParam().refused, Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
-    EXPECT_EQ(GetParam().refused, StatusSays("Possible file corruption at record: 3"));
-    EXPECT_EQ(GetParam().refused, StatusSays("odd.S19: "));
-    EXPECT_EQ(0xAA, Session.flash.FlashImage[0x1900]);
+    WriteFile(pc.directory / "broken", GetParam().content);
+    switch (GetParam().as) {
+    case As::Lines: CheckHexFile("broken"); break;
+    case As::Software: CheckS19File("broken", 0, 11, S19File::Software); break;
+    case As::Boot: CheckS19File("broken", 0, 11, S19File::BootLoader); break;
+    case As::Second: CheckHexImageFile("broken", {65536, 0, 0}, 16);
+    }
+    EXPECT_TRUE(Session.flash.bFlashFileBad);
+    EXPECT_TRUE(StatusSays(std::string("broken: ") + GetParam().words)) << frmWizard.txtStatus.Text();
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, OddRecord,
-    testing::Values(Odd{"BadSumInsideTheWindow", "S1041901AA38", true},
-                    Odd{"BadSumOutsideTheWindow", "S1040010AA00", false},
-                    Odd{"CountBeyondTheLine", "S1201901AA37", true}, Odd{"CountTooSmall", "S1011901AA37", true},
-                    Odd{"NoHexDigit", "S10419G1AA37", true}, Odd{"TypeIsNoNumber", "SX041901AA37", true},
-                    Odd{"JustTheLetter", "S", true}, Odd{"CountRecord", "S5030001FB", false},
-                    Odd{"LongStartRecord", "S70500000000FA", false}, Odd{"LowerCase", "s1041901aa37", false},
-                    Odd{"BlankLine", "", false}, Odd{"AnotherKindOfLine", "; made today", false}),
+    All, BrokenFile,
+    testing::Values(
+        Broken{"BitInTheS", As::Software, S "R1041901AA37\r\nS9030000FC\r\n", "line 2: the line is no S-record"},
+        Broken{"BitInTheType", As::Software, S "S5041901AA37\r\nS9030000FC\r\n", "line 2: the file counts"},
+        Broken{"BitInALineEnd", As::Software, "S1041901AA37\r\v" S "S9030000FC\r\n", "line 1: there is a character"},
+        Broken{"CountThatDiffers", As::Software, S "S5030002FA\r\n",
+               "line 2: the file counts 2 data records and holds 1"},
+        Broken{"DataBehindTheEnd", As::Software, S "S9030000FC\r\n\r\n" S, "line 4: there is something behind"},
+        Broken{"BadSumOutsideTheWindow", As::Software, S "S1040010AA00\r\n", "line 2: the checksum is 00"},
+        Broken{"AcrossTheBegin", As::Software, "S107183E0102030498\r\n" S,
+               "line 1: data from 183E to 1841 reach out of what the board takes, 1840 to FDFF"},
+        Broken{"BeyondTheEnd", As::Software, S "S104FE00AA53\r\n", "line 2: data from FE00 to FE00 reach out"},
+        Broken{"BootIsHex", As::Boot, H END, "line 1: the line is no S-record"},
+        Broken{"BootWithoutItsLeg", As::Boot, "S1040090AAC1\r\nS9030000FC\r\n",
+               "the file holds no data for this board"},
+        Broken{"HexWithoutItsEnd", As::Lines, H, "the file ends before its end record"},
+        Broken{"HexBehindItsEnd", As::Lines, H END H, "line 3: there is something behind the end record"},
+        Broken{"BadSumOfAnExtendedAddress", As::Lines, ":020000040001F8\r\n" H END, "line 1: the checksum is F8"},
+        Broken{"SecondCutInHalf", As::Second, H, "the file ends before its end record"},
+        Broken{"SecondWithABitInAType", As::Second, H ":0419040401020304D5\r\n" END, "line 2: the checksum is D5"},
+        Broken{"SecondFoldedOntoPage0", As::Second, H ":020000040001F9\r\n:0402000001020304F0\r\n" END,
+               "line 3: data from 10200 to 10203 reach out"}),
     [](const auto& test) { return test.param.name; });
-
-TEST_F(ImageFiles, FilesThatCouldEraseABoardForNothingAreRefused)
-{
-    WriteFile(pc.directory / "none.S19", "S0030000FC\nS9030000FC\n");
-    CheckS19File("none.S19", 0, 11, S19File::Software);
-    EXPECT_TRUE(Session.flash.bFlashFileBad);
-    EXPECT_TRUE(StatusSays("none.S19: the file holds no data for this board."));
-
-    Session.flash.bFlashFileBad = false;
-    Make("F5.S19", 1000, 131000, "-Motorola");
-    CheckS19File("F5.S19", 0, 11, S19File::Software);
-    EXPECT_TRUE(Session.flash.bFlashFileBad);
-    EXPECT_TRUE(StatusSays("F5.S19: an address lies beyond the board's memory."));
-
-    Session.flash.bFlashFileBad = false;
-    CheckS19File("absent.S19", 0, 11, S19File::Software);
-    EXPECT_TRUE(Session.flash.bFlashFileBad);
-}
 
 TEST_F(ImageFiles, TwoMegabytesForTheThreeStageBoardPassWhateverTheirAddresses)
 {

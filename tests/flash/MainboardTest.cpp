@@ -194,62 +194,22 @@ TEST_F(HopelessFault, ARestoreCommandWithoutAnswerIsNamedSoThatItCanBeEnteredByH
     EXPECT_TRUE(frmWizard.txtSendCmd.Enabled());
 }
 
-/// A damaged file, and words that tell the user what is wrong with it.
-struct Damage {
-    const char* name;
-    void (*spoil)(const std::filesystem::path& file);
-    const char* words;
-};
-
-class DamagedFile : public FlashFixture, public testing::WithParamInterface<Damage> {};
-
-void Change(const std::filesystem::path& file, void (*change)(std::string&))
-{
-    std::string content = ReadFile(file);
-    change(content);
-    WriteFile(file, content);
-}
-
-TEST_P(DamagedFile, NeverReachesTheErase)
+TEST_F(FlashFixture, WhatIsSentIsWhatWasTestedWithoutBlankLines)
 {
     Start(5);
     ASSERT_TRUE(Next() && Next());
     Choose(frmWizard.cboBoardToFlash, 4);
     ASSERT_TRUE(Next() && Press(frmWizard.optSerial) && Next());
-    GetParam().spoil(pc.directory / Session.plan->stages.front().sFlashFile);
-    const std::size_t sentBefore = pc.sent.size();
+    const std::filesystem::path file = pc.directory / Session.plan->stages.front().sFlashFile;
+    const std::string tested = "\r\n" + text::Replace(ReadFile(file), "\r\n:1022", "\r\n \r\n:1022") + "\r\n\t\r\n\r\n";
+    WriteFile(file, tested);
     ASSERT_TRUE(Next());
-    pc.RunFor(30);
-    EXPECT_EQ(sentBefore, pc.sent.size()) << pc.sent.substr(sentBefore);
-    EXPECT_TRUE(StatusSays(GetParam().words) || pc.BoxWasShown(GetParam().words)) << frmWizard.txtStatus.Text();
-    EXPECT_TRUE(pc.antenna().HasSoftware());
-    EXPECT_EQ(STEP_5, frmWizard.iCurrentStep);
+    WriteFile(file, ReadFile(pc.directory / "F61118L.HEX"));
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
+    WriteFile(file, tested);
+    ExpectMemoryEqualsFile();
+    EXPECT_EQ(0, pc.antenna().RefusedLines());
+    EXPECT_FALSE(text::Holds(pc.sent, ":00000001FF"));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, DamagedFile,
-    testing::Values(Damage{"BitInTheData", [](const auto& f) { Change(f, [](std::string& s) { s[40] ^= 1; }); },
-                           "Possible file corruption at record: 2"},
-                    Damage{"BitInTheChecksum",
-                           [](const auto& f) { Change(f, [](std::string& s) { s[s.size() - 16] ^= 1; }); },
-                           "Possible file corruption at record: 11"},
-                    Damage{"BitInALineEnd", [](const auto& f) { Change(f, [](std::string& s) { s[60] ^= 1; }); },
-                           "there is text behind the record"},
-                    Damage{"LineCut", [](const auto& f) { Change(f, [](std::string& s) { s.resize(200); }); },
-                           "Possible file corruption at record: 6"},
-                    Damage{"EndRecordMissing",
-                           [](const auto& f) { Change(f, [](std::string& s) { s.resize(s.size() - 13); }); },
-                           "ends before its end record"},
-                    Damage{"Empty", [](const auto& f) { WriteFile(f, ""); }, "the file holds no data"},
-                    Damage{"Garbage", [](const auto& f) { WriteFile(f, "MZ\x90\0garbage\r\n\xFF\xFE"); },
-                           "Possible file corruption at record: 1"},
-                    Damage{"Missing", [](const auto& f) { std::filesystem::remove(f); }, "Flash File Not Found."},
-                    Damage{"ADirectory",
-                           [](const auto& f) {
-                               std::filesystem::remove(f);
-                               std::filesystem::create_directory(f);
-                           },
-                           "Flash File Not Found."}),
-    [](const auto& test) { return test.param.name; });
 
 }  // namespace

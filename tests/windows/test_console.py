@@ -29,6 +29,7 @@ class Console(Bench):
 
     def test_block_board(self):
         self.home.make("F61120A.S19", 4096, 128)
+        self.home.make("F61110A.S19", 20000, 2000)
         self.home.make("F61206A.S19", 30000, 34268)  # this board sees its 32 KB twice
         boot, main = self.home.judged("F61120A.S19"), self.home.judged("F61206A.S19")[32768:]
         main = main[:128] + boot[128:4224] + main[4224:]

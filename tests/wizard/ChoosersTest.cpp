@@ -105,7 +105,7 @@ TEST_F(Choosers, ABoardThatResetsOnCommandIsSentThereAndTheUserKnowsWhatElseHelp
 TEST_F(Choosers, AnRFBoardPickedByHandGetsItsBlocksAndTheBootLoaderOfItsKind)
 {
     StartUnanswered(20, "RF6 LM");
-    MakeFlashFile(pc.directory / "F61207A.S19", 70000, 1000, "-Motorola");
+    MakeFlashFile(pc.directory / "F61207A.S19", 58816, 6208, "-Motorola");
     MakeFlashFile(pc.directory / "F61140A.S19", 4096, 128, "-Motorola");
     PickAntenna("QEL Land Mobile RF6 Unit");
     FlashToEnd();

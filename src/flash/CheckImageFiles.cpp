@@ -92,7 +92,13 @@ void CheckS19File(const std::string& fileName, std::int32_t addressBias, int boa
     FileTest test;
     test.fileName = fileName;
     test.comparesShare = !isBoot;
-    if (board.group != BoardGroup::Block) return RunFileTest(test);  // sent as it stands, whatever its addresses
+    if (board.group != BoardGroup::Block) {  // sent as it stands
+        test.take = [&](const DataRecord& record) {
+            const Span memory{0, layout.highest};
+            if (!memory.Holds(SpanOf(record.address, record))) RefuseRecord(record, memory);
+        };
+        return RunFileTest(test);
+    }
 
     const std::int64_t copy = layout.fold > 0 ? layout.fold : layout.bootHighest;
     const Span leg = isBoot ? Span{layout.bootStart, layout.bootEnd} : Span{layout.mainStart, layout.mainEnd};

@@ -23,16 +23,14 @@ FileReport ReportOn(std::string_view bytes, RecordKind kind)
     } catch (const std::invalid_argument& fault) {
         report.fault = "line " + text::Num(lines.Number()) + ": " + fault.what();
     }
-    report.tellsItsEnd = records.TellsItsEnd();
+    report.oddities = Oddities(records, report.map);
     return report;
 }
 
-std::vector<std::string> Oddities(const FileMap& map, bool tellsItsEnd)
+std::vector<std::string> Oddities(const RecordFile& records, const FileMap& map)
 {
     const auto shown = [](std::uint64_t address) { return text::Hex(static_cast<std::uint32_t>(address), 4); };
-    std::vector<std::string> odd;
-    if (!tellsItsEnd)
-        odd.push_back("it has neither an end record nor a count of its records, so its end may be missing");
+    std::vector<std::string> odd = records.Oddities();
     if (map.Contradiction())
         odd.push_back("it gives address " + shown(*map.Contradiction()) +
                       " two different contents; the later one counts");

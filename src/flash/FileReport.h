@@ -11,16 +11,16 @@
 RecordKind KindOf(const std::string& fileName);
 
 struct FileReport {
-    std::string fault;  // "line 12: ..." or what is wrong with the whole; empty: the records are sound
-    FileMap map;        // up to the fault
-    bool tellsItsEnd = false;
+    std::string fault;                  // "line 12: ..." or what is wrong with the whole; empty: the records are sound
+    FileMap map;                        // up to the fault
+    std::vector<std::string> oddities;  // what one wonders about in a sound file; mostly nothing
 };
 
 /// Reads the text of a flash file from its first line to its first fault.
 FileReport ReportOn(std::string_view bytes, RecordKind kind);
 
-/// What a sound file makes one wonder about, in words; empty for most files.
-std::vector<std::string> Oddities(const FileMap& map, bool tellsItsEnd);
+/// The same of a file that was read by its records.
+std::vector<std::string> Oddities(const RecordFile& records, const FileMap& map);
 
 /// The revision of the family of `fileName` that comes ahead of it, among the files of the program's directory; empty
 /// when there is none.

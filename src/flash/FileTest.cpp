@@ -47,9 +47,9 @@ std::string Sparseness(const FileTest& test, const FileMap& map)
     return "it fills " + percent(map) + " of its memory, and " + before + " fills " + percent(older.map);
 }
 
-void NoteOddities(const FileTest& test, const FileMap& map, bool tellsItsEnd)
+void NoteOddities(const FileTest& test, const RecordFile& records, const FileMap& map)
 {
-    std::vector<std::string> odd = Oddities(map, tellsItsEnd || test.kind == RecordKind::Hex);
+    std::vector<std::string> odd = Oddities(records, map);
     if (const std::string sparse = Sparseness(test, map); !sparse.empty()) odd.push_back(sparse);
     for (const std::string& words : odd) {
         Session.flash.warnings.push_back(test.fileName + ": " + words);
@@ -81,7 +81,7 @@ void TestRecords(const FileTest& test)
     if (fault.empty()) fault = records.Fault();
     if (fault.empty()) fault = test.wholeFault();
     if (!fault.empty()) return TellCorruption(test, record, fault);
-    NoteOddities(test, map, records.TellsItsEnd());
+    NoteOddities(test, records, map);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 enum class S19File { Software, BootLoader };
 
 /// Tests an .S19 file record by record and lays its data over FlashImage, at the address plus `addressBias`. The boot
-/// loader file doesn't erase the image first; board 21 has no image, and its file may have any addresses. Sets
+/// loader file doesn't erase the image first; board 21 has no image, and its file is sent as it stands. Sets
 /// bFlashFileBad, and tells the first bad record: one that reaches out of what the board takes is one, unless it lies
 /// wholly below that.
 void CheckS19File(const std::string& fileName, std::int32_t addressBias, int boardType, S19File kind);

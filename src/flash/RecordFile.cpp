@@ -40,7 +40,8 @@ std::optional<DataRecord> RecordFile::TakeS(std::string_view line)
     case 7:
     case 8:
     case 9: ended_ = true; break;
-    default: break;  // a title
+    default:  // a title
+        if (records_ > 0) lateTitle_ = true;
     }
     return std::nullopt;
 }
@@ -52,6 +53,15 @@ std::optional<DataRecord> RecordFile::Take(std::string_view line)
     if (data && data->data.empty()) data.reset();
     if (data) holdsData_ = true;
     return data;
+}
+
+std::vector<std::string> RecordFile::Oddities() const
+{
+    std::vector<std::string> odd;
+    if (kind_ == RecordKind::S && !ended_ && !count_)
+        odd.push_back("it has neither an end record nor a count of its records, so its end may be missing");
+    if (lateTitle_) odd.push_back("there is a title (S0) behind data; one wrong bit makes one of a data record");
+    return odd;
 }
 
 std::string RecordFile::Fault() const

@@ -27,9 +27,8 @@ public:
     /// What is wrong with the file as a whole once its last line was taken; empty when nothing is.
     std::string Fault() const;
 
-    /// False for an S-record file that may have been cut at the end of a line: it has neither an end record nor a
-    /// count.
-    bool TellsItsEnd() const { return ended_ || count_.has_value(); }
+    /// What one wonders about in sound records, in words.
+    std::vector<std::string> Oddities() const;
 
 private:
     std::optional<DataRecord> TakeHex(std::string_view line);
@@ -39,6 +38,7 @@ private:
     std::uint32_t base_ = 0;  // of the extended address record in force
     bool holdsData_ = false;
     bool ended_ = false;
+    bool lateTitle_ = false;
     std::uint32_t records_ = 0;           // data records so far
     std::optional<std::uint32_t> count_;  // as the file tells it
 };

@@ -26,6 +26,7 @@ SRecord ParseSRecord(std::string_view line)
         throw std::invalid_argument("the line is shorter than its count says");
     if (bytes.size() - 1 > bytes[0]) throw std::invalid_argument("the line is longer than its count says");
     if (bytes[0] < length + 1) throw std::invalid_argument("the count is too small for the address");
+    if (type > 3 && bytes[0] > length + 1) throw std::invalid_argument("the count doesn't fit the type of the record");
     const unsigned sum = std::accumulate(bytes.begin(), bytes.end() - 1, 0U);
     if (bytes.back() != 255 - sum % 256)
         throw std::invalid_argument("the checksum is " + text::Hex(bytes.back(), 2) + ", the data give " +

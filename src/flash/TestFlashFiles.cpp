@@ -84,6 +84,8 @@ void TestUpgradeFile(const Board& board)
     if (!IsThere(file, "boot loader upgrade file")) return;
     Announce(file);
     CheckUpgradeFile(file);
+    if (Session.flash.bFlashFileBad)
+        ShowMsgBox(20, "StartFlash, after discovering bootloader upgrade file to be corrupt.");
 }
 
 /// What is odd may be right all the same; that is for the user to know.

@@ -62,6 +62,13 @@ void BadFiles()
     bench.StartAntenna(12);
     ExpectCode(bench, 4, {"--board", "12", "--file", "F61195Z.HEX"}, "There is no file F61195Z.HEX");
     std::string records = bench.home.Bytes("F61195A.HEX");
+    const std::size_t second = records.find('\n') + 1, third = records.find('\n', second) + 1;
+    const std::size_t fourth = records.find('\n', third) + 1;
+    const std::string odd = std::string(records).insert(fourth, records, second, third - second);
+    WriteAll(bench.home.Path("F61195A.HEX"), odd);
+    ExpectCode(bench, 4, {"--board", "12"}, "its records go backward");
+    ExpectCode(bench, 4, {"--check", "F61195A.HEX"}, "its records go backward");
+    ExpectCode(bench, 0, {"--check", "F61195A.HEX", "--accept-warnings"}, "\nSHA-256 ");
     records[300] = records[300] == '0' ? '1' : '0';
     WriteAll(bench.home.Path("F61195A.HEX"), records);
     ExpectCode(bench, 4, {"--board", "12"}, "missing or corrupt");

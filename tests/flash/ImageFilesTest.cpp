@@ -54,25 +54,6 @@ TEST_F(ImageFiles, TheBiasAndTheGapsAreTheBoards)
     EXPECT_TRUE(text::Holds(pc.Log(), "gaps.S19 passed integrity test. "));
 }
 
-TEST_F(ImageFiles, BoardOneFoldsItsHighCopyDown)
-{
-    Make("F2.S19", 30000, 33792, "-Motorola");
-    CheckS19File("F2.S19", 0, 1, S19File::Software);
-    EXPECT_FALSE(Session.flash.bFlashFileBad);
-    EXPECT_EQ(Image("F2.S19", "-Motorola -offset - 32768"), Bytes(Session.flash.FlashImage));
-}
-
-TEST_F(ImageFiles, TheBootLoaderIsLaidOverTheImageInsideItsOwnWindow)
-{
-    Make("F3.S19", 50000, 6208, "-Motorola");
-    Make("BOOT.S19", 4096, 128, "-Motorola");
-    CheckS19File("F3.S19", 0, 20, S19File::Software);
-    CheckS19File("BOOT.S19", 0, 20, S19File::BootLoader);
-    const std::string main = Image("F3.S19", "-Motorola");
-    const std::string boot = Image("BOOT.S19", "-Motorola");
-    EXPECT_EQ(boot.substr(0, 6208) + main.substr(6208), Bytes(Session.flash.FlashImage));
-}
-
 TEST_F(ImageFiles, TheSecondFileIsFoldedAtItsLengthButForFourBoards)
 {
     Make("F4.HEX", 3000, 100, "-Intel");
@@ -98,7 +79,7 @@ TEST_F(ImageFiles, HalfOfWhatTheRevisionBeforeFillsIsWarnedOf)
     EXPECT_EQ("F61207B.S19: it fills 74 % of its memory, and F61207A.S19 fills 100 %", Session.flash.warnings.front());
 }
 
-enum class As { Lines, Software, Boot, Second };
+enum class As { Lines, Software, Boot, Second, Stage };
 
 /// A file that a human would call broken, and why it is refused.
 struct Broken {
@@ -117,6 +98,7 @@ TEST_P(BrokenFile, IsRefusedWithItsLineAndTheReason)
     case As::Lines: CheckHexFile("broken"); break;
     case As::Software: CheckS19File("broken", 0, 11, S19File::Software); break;
     case As::Boot: CheckS19File("broken", 0, 11, S19File::BootLoader); break;
+    case As::Stage: CheckS19File("broken", 0, 21, S19File::Software); break;
     case As::Second: CheckHexImageFile("broken", {65536, 0, 0}, 16);
     }
     EXPECT_TRUE(Session.flash.bFlashFileBad);
@@ -127,7 +109,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, BrokenFile,
     testing::Values(
         Broken{"BitInTheS", As::Software, S "R1041901AA37\r\nS9030000FC\r\n", "line 2: the line is no S-record"},
-        Broken{"BitInTheType", As::Software, S "S5041901AA37\r\nS9030000FC\r\n", "line 2: the file counts"},
+        Broken{"BitInTheType", As::Software, S "S5041901AA37\r\nS9030000FC\r\n",
+               "line 2: the count doesn't fit the type"},
         Broken{"BitInALineEnd", As::Software, "S1041901AA37\r\v" S "S9030000FC\r\n", "line 1: there is a character"},
         Broken{"CountThatDiffers", As::Software, S "S5030002FA\r\n",
                "line 2: the file counts 2 data records and holds 1"},
@@ -136,6 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"AcrossTheBegin", As::Software, "S107183E0102030498\r\n" S,
                "line 1: data from 183E to 1841 reach out of what the board takes, 1840 to FDFF"},
         Broken{"BeyondTheEnd", As::Software, S "S104FE00AA53\r\n", "line 2: data from FE00 to FE00 reach out"},
+        Broken{"BitInATypeBeyondTheMemory", As::Stage, "S306002080010256\r\n", "line 1: data from 208001"},
         Broken{"BootIsHex", As::Boot, H END, "line 1: the line is no S-record"},
         Broken{"BootWithoutItsLeg", As::Boot, "S1040090AAC1\r\nS9030000FC\r\n",
                "the file holds no data for this board"},
@@ -147,15 +131,5 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"SecondFoldedOntoPage0", As::Second, H ":020000040001F9\r\n:0402000001020304F0\r\n" END,
                "line 3: data from 10200 to 10203 reach out"}),
     [](const auto& test) { return test.param.name; });
-
-TEST_F(ImageFiles, TwoMegabytesForTheThreeStageBoardPassWhateverTheirAddresses)
-{
-    Make("F6.S19", 900000, 0, "-Motorola");
-    ASSERT_GT(std::filesystem::file_size(pc.directory / "F6.S19"), 2000000u);
-    const BoardImage before = Session.flash.FlashImage;
-    CheckS19File("F6.S19", 0, 21, S19File::Software);
-    EXPECT_FALSE(Session.flash.bFlashFileBad) << frmWizard.txtStatus.Text();
-    EXPECT_EQ(before, Session.flash.FlashImage);
-}
 
 }  // namespace

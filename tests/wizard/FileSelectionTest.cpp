@@ -69,12 +69,15 @@ TEST_F(FlashFileChoice, offers_the_family_and_takes_one)
 
 TEST_F(FlashFileChoice, the_boot_areas_file_is_not_offered_but_goes_with_an_rf_boards_file)
 {
-    for (const char* name : {"DVBDSS.HEX", "DVBDSS2.HEX"}) WriteFile(world.directory / name, ":");
+    for (const char* name : {"DVBDSS2.HEX", "DVBDSS3.HEX"}) WriteFile(world.directory / name, ":");
     Plan(frmWizard.cboBoardToFlash, 3);
-    cmdOverrideFile_Click();
-    EXPECT_EQ(dialog.cboChooseFile.List(), std::vector<std::string>{"DVBDSS2.HEX"});
-    Press(dialog.cmdOK);
-    EXPECT_EQ(Session.plan->sFlashFileName, "DVBDSS.HEX");
+    for (const std::string second : {"", "DVBDSS.HEX"}) {  // it doesn't when it isn't there
+        if (!second.empty()) WriteFile(world.directory / second, ":");
+        cmdOverrideFile_Click();
+        EXPECT_EQ(dialog.cboChooseFile.List(), (std::vector<std::string>{"DVBDSS2.HEX", "DVBDSS3.HEX"}));
+        Press(dialog.cmdOK);
+        EXPECT_EQ(Session.plan->sFlashFileName, second);
+    }
     Plan(frmWizard.cboOtherBoard, 5);
     cmdOverrideFile_Click();
     EXPECT_TRUE(world.BoxWasShown("No other Flash files correct for the board and antenna found!"));

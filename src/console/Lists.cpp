@@ -147,6 +147,7 @@ int CheckFile(const Options& options, ConsoleComputer& console, Voice& voice)
     if (!Session.flash.refusal.empty()) voice.Complain("refused", Session.flash.refusal + ".");
     if (!tested || Session.flash.bFlashFileBad) return END_BAD_FILE;
     voice.Tell("checked", options.file + " passed the integrity test.");
-    const bool wanted = Session.flash.warnings.empty() || options.acceptWarnings || !options.yes;
-    return wanted ? END_DONE : END_BAD_FILE;
+    if (Session.flash.warnings.empty() || options.acceptWarnings || !options.yes) return END_DONE;
+    voice.Complain("refused", "With --yes it is flashed only with --accept-warnings.");
+    return END_BAD_FILE;
 }

@@ -19,7 +19,8 @@ constexpr Meaning meanings[] = {
     {END_NO_PORT, "There is no port to work with. Check the adapter and --port; --list-ports shows what there is."},
     {END_NOT_KNOWN, "The antenna's versions were not read, or its board is not known. Check power, cable and --board."},
     {END_BAD_FILE,
-     "A file is missing or corrupt. Nothing was sent to the antenna; check for updates or give another --file."},
+     "A file is missing, corrupt or odd. Nothing was sent to the antenna; check for updates, give another --file, or "
+     "take an odd one with --accept-warnings."},
     {END_PARAMS_UNREAD,
      "The antenna's parameters were not read. Nothing was erased; check cable and power, then start again."},
     {END_FLASH_FAILED,

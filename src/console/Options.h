@@ -9,7 +9,7 @@ enum ExitCode {
     END_USAGE = 1,          // the command line or the program's directory can't be used
     END_NO_PORT = 2,        // no such port, in use, or forbidden; or another Burnline works in the directory
     END_NOT_KNOWN = 3,      // the versions weren't read, or the board isn't known
-    END_BAD_FILE = 4,       // a flash file or the configuration is missing or corrupt; nothing was sent
+    END_BAD_FILE = 4,       // a flash file or the configuration is missing, corrupt or odd; nothing was sent
     END_PARAMS_UNREAD = 5,  // the parameters weren't read; nothing was erased
     END_FLASH_FAILED = 6,   // the antenna waits in its boot loader
     END_PARAMS_OUT = 7,     // flashed, but not all parameters are back

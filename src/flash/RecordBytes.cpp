@@ -10,6 +10,7 @@ int DigitOf(char c)
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c == '\r') throw std::invalid_argument("there is a CR without its LF");
     const bool shown = c > ' ' && c <= '~';
     throw std::invalid_argument(shown ? std::string("\"") + c + "\" is no hexadecimal digit"
                                       : "there is a character that is no hexadecimal digit");

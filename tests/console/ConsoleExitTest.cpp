@@ -71,7 +71,7 @@ void BadFiles()
     ExpectCode(bench, 0, {"--check", "F61195A.HEX", "--accept-warnings"}, "\nSHA-256 ");
     records[300] = records[300] == '0' ? '1' : '0';
     WriteAll(bench.home.Path("F61195A.HEX"), records);
-    ExpectCode(bench, 4, {"--board", "12"}, "missing or corrupt");
+    ExpectCode(bench, 4, {"--board", "12"}, "missing, corrupt or odd");
     std::filesystem::remove(bench.home.Path("FLASHCFG.TXT"));
     ExpectCode(bench, 4, {"--board", "12"}, "Configuration File Not Found");
     const std::string heard = bench.antenna->Heard();

@@ -158,7 +158,8 @@ void VirtualComputer::Collect()
 {
     if (!wire_) return;
     wire_->Advance(now);
-    const std::string heard = wire_->Read(now);
+    std::string heard = wire_->Read(now);
+    if (onHeard && !heard.empty()) onHeard(heard);
     if (heard.empty() || !open_ || deviceGone) return;
     waiting_ += heard;
     received += heard;
@@ -284,7 +285,9 @@ void VirtualComputer::Output(const std::string& bytes)
     if (!open_) throw Failure{FAIL_PORT_CLOSED, "the port is closed"};
     if (deviceGone) return;
     sent += bytes;
-    if (wire_) wire_->Write(bytes, now);
+    std::string carried = bytes;
+    if (onSent) onSent(carried);
+    if (wire_) wire_->Write(carried, now);
 }
 
 int VirtualComputer::CommEvent()

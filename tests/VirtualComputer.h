@@ -54,9 +54,10 @@ public:
     std::function<void(Form&)> onModal;  // the user in front of a modal form, ahead of the first round
     std::vector<std::string> openDialogAnswer;
     std::optional<std::string> saveDialogAnswer;
-    std::string sent;                       // every byte that the program has written
-    std::string received;                   // and every one that has reached it
-    std::vector<std::string> settingsSeen;  // of the port
+    std::string sent;                                   // every byte that the program has written
+    std::string received;                               // and every one that has reached it
+    std::function<void(std::string&)> onSent, onHeard;  // what the line makes of the bytes, each way
+    std::vector<std::string> settingsSeen;              // of the port
 
     /// Puts a simulated antenna at the far end of the port.
     sim::Antenna& Connect(int boardType, const std::string& unit = {});

@@ -16,7 +16,7 @@ short TicksOf(int seconds) { return static_cast<short>(std::clamp(seconds * 10, 
 Previous JudgePrevious(std::int16_t& index, CommandInFlight& command)
 {
     constexpr int maxRetries = 5;
-    if (command.bReplySeen || index == 0) {
+    if (command.bReplySeen || command.sSent.empty()) {
         command = {};
         Session.link.iWaitTicks = 10;
         return Previous::Done;

@@ -13,6 +13,10 @@ void StartFlash();
 /// cycle ahead of it.
 void StartNextStage();
 
+/// Without parameters to save the flash begins with the reset: some boards take it as a command, the others need the
+/// user's hand. Nothing is armed, there is no hurry.
+void AwaitReset();
+
 /// The stage of the plan that is written now.
 const FlashStage& StageInHand();
 
@@ -37,6 +41,9 @@ void ResendLine();
 
 /// An answer came behind the last one that was owed: the try can't be trusted.
 void FailOnSurplus();
+
+/// What the antenna doesn't hold as before, or isn't known to, with the command to enter: a line each. Empty: nothing.
+std::string WhatIsNotBack();
 
 /// What the end of a transfer says, and the ticks that are armed for the restart.
 struct TransferEnd {

@@ -45,6 +45,12 @@ void NextPostflashStep();
 void OnPortBackReply(const std::string& chunk);
 void TestPortBack();
 
+// STATE_READ_BACK
+void OnReadBackReply(const std::string& chunk);
+void NextReadBackStep();
+/// The last restore command is through: the antenna is asked what it holds now, or the flash ends here.
+void EndOfRestore();
+
 // STATE_FLASH_FAILED, STATE_SHUTDOWN
 void FailFlash();
 void ReportFlashFailure();

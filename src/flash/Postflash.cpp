@@ -107,7 +107,9 @@ void SendRestoreCommand(const std::string& entry)
     Session.restore.bWaitInitFlag = false;
     MSComm1->Output(entry + "\r");
     Show("==>" + entry + "\r\n");
-    Session.restore.command.sExpectedReply = ExpectedReplyFor(entry);
+    Session.restore.command.sSent = entry;
+    Session.restore.command.bReplySeen = false;
+    ClearCommBuffers();
 }
 
 /// The wait for the antenna's start-up has no limit; one that lasts gets advice.
@@ -159,16 +161,32 @@ void CheckGyroCalibration()
         ShowMsgBox(17, "TimerHandler");
         return;
     }
+    Session.restore.command = {};
     Session.restore.iPostflashCmdIdx = static_cast<std::int16_t>(Session.restore.iPostflashCmdIdx - 2);
     if (Session.restore.iPostflashCmdIdx < 0) Session.restore.iPostflashCmdIdx = 0;
     Show("==>CALGYRO Command failed, retrying.\r\n");
+}
+
+bool IsWait(std::int16_t index)
+{
+    int seconds = 0;
+    return IsWaitEntry(ListEntry(Session.restore.sPostflashCmds, index), seconds);
+}
+
+/// From behind the command that waits for its answer to the command itself: its WAITs belong to it.
+void GoBackToCommand()
+{
+    while (Session.restore.iPostflashCmdIdx > 0 && IsWait(Session.restore.iPostflashCmdIdx))
+        --Session.restore.iPostflashCmdIdx;
 }
 
 /// What is still to be restored, so that it can be done by hand: it is held nowhere else.
 void ListCommandsLeft()
 {
     Show("These commands were not confirmed. Restart the antenna and enter them in the Command Line:\r\n");
-    for (std::size_t at = Session.restore.iPostflashCmdIdx - 1; at < Session.restore.sPostflashCmds.size(); ++at) {
+    --Session.restore.iPostflashCmdIdx;
+    GoBackToCommand();
+    for (std::size_t at = Session.restore.iPostflashCmdIdx; at < Session.restore.sPostflashCmds.size(); ++at) {
         const std::string& left = Session.restore.sPostflashCmds[at];
         if (!left.empty() && !text::StartsWith(left, "WAIT")) Show(left + "\r\n");
     }
@@ -185,45 +203,45 @@ void GiveUpOnRestore()
     Session.link.iWaitTicks = 10;
 }
 
-void FinishRestore()
+/// A command that the antenna refuses stands back for those that it may take; one that it doesn't answer ends the list.
+bool GoesOnWithoutConfirmation()
 {
-    Session.restore.bWaitInitFlag = false;
-    Session.link.iCommMode = STATE_IDLE;
-    Session.flash.bAtRisk = false;
-    SetNavCmds(NAV_RESTORED);
-    EnableCmdEntry();
-    AddParamsSent("Parameter Upload Successful and antenna restarted.  Click Next to continue.\r\n");
+    CommandInFlight& command = Session.restore.command;
+    if (JudgeReply(command.sSent, Session.link.sCommBuffer) != Verdict::Refused) return false;
+    AddParamsSent("The antenna refuses " + command.sSent + "\r\n");
+    Session.restore.refused.push_back(command.sSent);
+    command = {};
     Session.link.iWaitTicks = 10;
-    frmWizard.lblStep[6].Caption = "Update Complete";
-    frmWizard.lblStep[7].Caption = "Finished!";
-    ShowMsgBox(14, "TimerHandler");
+    return true;
 }
 
 void RestoreListStep()
 {
-    std::string entry = ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx);
-    if (entry.empty()) return FinishRestore();
+    std::int16_t& index = Session.restore.iPostflashCmdIdx;
+    std::string entry = ListEntry(Session.restore.sPostflashCmds, index);
     int seconds = 0;
-    if (IsWaitEntry(entry, seconds)) {
+    if (IsWaitEntry(entry, seconds)) {  // the command ahead of it has time for its answer until the wait is over
         StartWait(seconds);
-        Session.restore.command.bReplySeen = true;
-        ++Session.restore.iPostflashCmdIdx;
+        ++index;
         return;
     }
-    CheckGyroCalibration();
-    const Previous previous = JudgePrevious(Session.restore.iPostflashCmdIdx, Session.restore.command);
-    if (previous == Previous::GivenUp) return GiveUpOnRestore();
-    if (previous == Previous::Again)
+    if (!entry.empty()) CheckGyroCalibration();
+    const Previous previous = JudgePrevious(index, Session.restore.command);
+    if (previous == Previous::GivenUp && !GoesOnWithoutConfirmation())
+        return Session.restore.readBack.iRound > 0 ? EndOfRestore() : GiveUpOnRestore();
+    if (previous == Previous::Again) {
+        GoBackToCommand();
         AddParamsSent("Did not receive expected response to command: " +
-                      ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx) +
-                      "\r\nResending command...\r\n");
-    entry = ListEntry(Session.restore.sPostflashCmds, Session.restore.iPostflashCmdIdx);
+                      ListEntry(Session.restore.sPostflashCmds, index) + "\r\nResending command...\r\n");
+    }
+    entry = ListEntry(Session.restore.sPostflashCmds, index);
+    if (entry.empty()) return EndOfRestore();
     SendRestoreCommand(entry);
     if (text::Equal(entry, "=CALGYRO")) {
         Session.restore.bCalGyroPending = true;
         ++Session.restore.iCalGyroTries;
     }
-    ++Session.restore.iPostflashCmdIdx;
+    ++index;
 }
 
 }  // namespace
@@ -244,13 +262,9 @@ void OnPostflashReply(const std::string&)
         WatchInitialization(Session.link.sCommLine);
         return;
     }
-    if (!Session.restore.bAntennaInitDone || Session.restore.iPostflashCmdIdx < 1 || Session.link.sCommLine.size() < 6)
-        return;
-    if (!Session.restore.command.sExpectedReply.empty() &&
-        !text::Holds(Session.link.sCommLine, Session.restore.command.sExpectedReply))
-        return;
-    ClearCommBuffers();
-    Session.restore.command.bReplySeen = true;
+    CommandInFlight& command = Session.restore.command;
+    if (Session.restore.bAntennaInitDone && !command.sSent.empty())
+        command.bReplySeen = JudgeReply(command.sSent, Session.link.sCommBuffer) == Verdict::Confirmed;
 }
 
 void NextPostflashStep()

@@ -8,32 +8,54 @@
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
-#include "persistence/INIUtilities.h"
-#include "platform/SerialControl.h"
+#include "platform/Computer.h"
 #include "session/Session.h"
+#include "session/Wizard.h"
 #include "text/Text.h"
 
 namespace {
 
-/// The command stayed silent five times: a main board can be flashed without its parameters, any other can't.
-void GiveUpOnCommand()
+constexpr int notRead = 41, notAnswered = 42, silent = 44;  // the questions
+
+/// Nothing is erased yet: another try, or another board, can still be chosen.
+void Stop()
 {
-    if (IsMainBoard(Session.plan->iBoardType)) {
-        StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT");
-        StatusTextUpdate("RETRIEVING ANTENNA PARAMETERS");
-        StatusTextUpdate("Resetting the antenna to begin flashing");
-        Session.flash.bAtRisk = true;
-        SendCommandLine("flasha");
-        Session.flash.bSkipParams = true;
-        Session.link.iWaitTicks = 200;
-        Session.link.iCommMode = STATE_WAIT_RESET;
-        return;
-    }
     StatusTextUpdate("RETRIED 5 TIMES, CANNOT CONTINUE FLASH");
-    StatusTextUpdate("CLICK CANCEL BUTTON TO END BURNLINE ASSISTANT");
+    StatusTextUpdate("NOTHING WAS ERASED. CLICK BACK TO TRY AGAIN, OR CANCEL TO END BURNLINE ASSISTANT");
     EnableCmdEntry();
     Session.link.iCommMode = STATE_IDLE;
     Session.link.iWaitTicks = 10;
+}
+
+/// The user takes the risk, and hasn't ended the program instead.
+bool UserGoesOn(int question, const std::string& detail)
+{
+    return ShowMsgBox(question, "TimerHandler", detail) == Answer::Yes && !IsExitRequested();
+}
+
+/// The command was asked in vain. What is lost without its answer is the user's to decide, ahead of the erase.
+bool GoesOnWithout(const std::string& command)
+{
+    const bool lost = IsRestored(command);
+    const bool agreed = UserGoesOn(lost ? notRead : notAnswered, lost ? NameOf(command) : command);
+    if (Session.captured.command.bReplySeen) return !IsExitRequested();  // it came while the user was asked
+    if (!agreed) return false;
+    StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT " + command);
+    if (lost) Session.captured.notRead.push_back(command);
+    return true;
+}
+
+/// Nothing at all has come, as from an antenna that waits in its boot loader: one question for all commands.
+void GoOnWithoutParameters()
+{
+    std::string lost;
+    for (const std::string& command : Session.plan->sPreflashCmds)
+        if (IsRestored(command)) lost += (lost.empty() ? "" : ", ") + NameOf(command);
+    if (!UserGoesOn(silent, lost.empty() ? "none" : lost)) return Stop();
+    StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT");
+    StatusTextUpdate("RETRIEVING ANTENNA PARAMETERS");
+    Session.flash.bSkipParams = true;
+    AwaitReset();
 }
 
 bool IsResetCommand(const std::string& entry)
@@ -69,7 +91,7 @@ void ResetByHand()
 void SendReadCommand(const std::string& entry)
 {
     SendCommandLine(entry);
-    Session.captured.command.sExpectedReply = ExpectedReplyFor(entry);
+    Session.captured.command.sSent = entry;
     if (text::Equal(entry, "RESET")) Session.captured.command.bReplySeen = true;  // a resetting antenna owes no answer
     ++Session.captured.iPreflashCmdIdx;
     ClearCommBuffers();
@@ -83,25 +105,26 @@ void NextPreflashStep()
 {
     DisableCmdEntry();
     const Previous previous = JudgePrevious(Session.captured.iPreflashCmdIdx, Session.captured.command);
-    if (previous == Previous::GivenUp) return GiveUpOnCommand();
+    if (previous == Previous::GivenUp) {
+        if (!Session.captured.bHeard) return GoOnWithoutParameters();
+        if (!GoesOnWithout(Session.captured.command.sSent)) return Stop();
+        Session.captured.command = {};
+        Session.link.iWaitTicks = 10;
+    }
     if (previous == Previous::Again) {
         StatusTextUpdate("Did not receive expected response to command: " +
                          ListEntry(Session.plan->sPreflashCmds, Session.captured.iPreflashCmdIdx));
         StatusTextUpdate("Resending command...");
     }
-    if (IsSettingTrue(SETTING_DRY_RUN)) return;  // the machine keeps ticking, nothing leaves
     const std::string entry = ListEntry(Session.plan->sPreflashCmds, Session.captured.iPreflashCmdIdx);
     int seconds = 0;
     if (IsWaitEntry(entry, seconds)) {
         ShowAllCommsTextUpdate("==>Waiting " + text::Num(seconds) + " seconds\r\n");
         Session.link.iWaitTicks = TicksOf(seconds);
         ++Session.captured.iPreflashCmdIdx;
-        Session.captured.command.bReplySeen = true;
         return;
     }
-    // Behind its end the list has no reset command: the command before counts as unanswered and goes out again.
-    if (entry.empty()) return;
     if (IsResetCommand(entry)) return ResetByCommand(entry);
-    if (text::Equal(entry, "RESET_BY_HAND")) return ResetByHand();
+    if (entry.empty() || text::Equal(entry, "RESET_BY_HAND")) return ResetByHand();
     SendReadCommand(entry);
 }

@@ -36,24 +36,6 @@ void AwaitNextStage()
     SetNavCmds(STEP_5);
 }
 
-/// Without parameters to save the flash begins with the reset: some boards take it as a command, the others need the
-/// user's hand.
-void AwaitReset(const Board& board)
-{
-    StatusTextUpdate("Waiting for reset");
-    if (board.takesFlasha) {
-        ShowAllCommsTextUpdate("==>flasha\r\n");
-        Session.flash.bAtRisk = true;
-        MSComm1->Output("flasha\r");
-        // One without power or software doesn't hear it.
-        AskForPowerCycle("*** Waiting for the antenna to reset. If nothing happens, cycle its power. ***");
-    } else {
-        AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
-    }
-    Session.link.iCommMode = STATE_WAIT_RESET;
-    Session.link.iWaitTicks = 0;
-}
-
 /// The link rests while the files are tested.
 void BeginStage()
 {
@@ -75,6 +57,23 @@ void TellStart(const Board& board)
 
 const FlashStage& StageInHand() { return Session.plan->stages.at(Session.flash.stage); }
 
+void AwaitReset()
+{
+    const Board& board = BoardOf(Session.plan->iBoardType);
+    StatusTextUpdate("Waiting for reset");
+    if (board.takesFlasha) {
+        ShowAllCommsTextUpdate("==>flasha\r\n");
+        Session.flash.bAtRisk = true;
+        MSComm1->Output("flasha\r");
+        // One without power or software doesn't hear it.
+        AskForPowerCycle("*** Waiting for the antenna to reset. If nothing happens, cycle its power. ***");
+    } else {
+        AskForPowerCycle("*** Please cycle power to the antenna to reset. ***");
+    }
+    Session.link.iCommMode = STATE_WAIT_RESET;
+    Session.link.iWaitTicks = 0;
+}
+
 void StartFlash()
 {
     const Board& board = BoardOf(Session.plan->iBoardType);
@@ -84,8 +83,13 @@ void StartFlash()
     Session.flash.bSkipParams = Session.plan->bSkipParams;
     BeginStage();
     if (board.group == BoardGroup::None || !FlashFilesAreSound()) return;
+    if (IsSettingTrue(SETTING_DRY_RUN)) {
+        StatusTextUpdate("DryRunMode is on in Burnline.ini: nothing is sent to the antenna.");
+        Session.link.iWaitTicks = 2;
+        return;
+    }
     if (Session.flash.bSkipParams) {
-        AwaitReset(board);
+        AwaitReset();
     } else {
         StatusTextUpdate("Getting antenna parameters before flashing.");
         Session.link.iCommMode = STATE_PREFLASH;

@@ -7,7 +7,6 @@
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "link/SerialPortIO.h"
-#include "platform/SerialControl.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
 
@@ -18,8 +17,7 @@ constexpr int maxRevisionQueries = 4;
 void AskRevision(const std::string& command)
 {
     DisableCmdEntry();
-    MSComm1->Output(command + "\r\n");
-    ShowAllCommsTextUpdate("==>" + command + "\r\n");
+    SendCommand(command, "\r\n");
     Session.link.iWaitTicks = 10;
 }
 

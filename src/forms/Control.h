@@ -88,7 +88,8 @@ struct Control {
     Property<Color> BackColor{Changed, Standard};
     Property<Color> ForeColor{Changed, Standard};
     Property<std::string> ToolTipText{Changed, {}};
-    Property<std::vector<std::string>> List{Changed, {}};  // combo and list boxes
+    Property<std::vector<std::string>> List{Changed, {}};  // combo and list boxes; of a table its rows, the headings
+                                                           // first, the cells of a row divided by tabs
     Property<int> ListIndex{Changed, -1};                  // -1: nothing selected
     Property<std::string> Tag{Changed, {}};
 

@@ -222,6 +222,7 @@ struct WizardForm {
     Control lblWaiting1{Self, "lblWaiting1", "Waiting for antenna to complete command."};
     Control lblWaiting_SecondsLeft{Self, "lblWaiting_SecondsLeft"};
     Control lblWaiting2{Self, "lblWaiting2", "seconds remaining."};
+    Control tblParameters{Self, "tblParameters"};  // on STEP_FINISHED too
 
     // --- STEP_FINISHED -------------------------------------------------------------------------------------------
     Control lblPickAntennaInfo{Self, "lblPickAntennaInfo"};

@@ -3,7 +3,7 @@
 #include "knowledge/BoardTable.h"
 #include "knowledge/Utilities.h"
 #include "knowledge/VersionReply.h"
-#include "platform/SerialControl.h"
+#include "link/SerialPortIO.h"
 #include "session/Session.h"
 #include "text/Text.h"
 
@@ -57,7 +57,7 @@ bool ParseRFBoardReply()
         reading.told = rf6Board;
     } else if (IsRF7Family(*version)) {
         reading.told = rf7Board;
-        MSComm1->Output("FPGARev\r\n");
+        SendCommand("FPGARev", "\r\n");
         Session.link.iCommMode = STATE_FPGA_REV;
         return false;
     }
@@ -80,7 +80,7 @@ void ParseFPGARev()
     const auto revision = RevisionIn(Session.link.sCommBuffer, "FPGA Rev: ");
     if (!revision) return;
     Session.reading.sFPGARev = *revision;
-    MSComm1->Output("BAPIRev\r\n");
+    SendCommand("BAPIRev", "\r\n");
     Session.link.iCommMode = STATE_BAPI_REV;
     Session.link.sCommBuffer.clear();
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "knowledge/ParameterTable.h"
 #include "session/Session.h"
 
 // --- the flash configuration file --------------------------------------------------------------------------------
@@ -49,18 +50,61 @@ bool ParseBAPIRev();
 
 // --- parameters --------------------------------------------------------------------------------------------------
 
-/// The text that the reply to a command must hold, for the board at hand; empty: any reply will do.
-std::string ExpectedReplyFor(const std::string& command);
-
 /// Mode 11: judges the text gathered since the last pre-flash command went out. True when it answers the command: what
-/// it tells is stored, the text is consumed and bReplySeen set. False: more text is needed, nothing has changed.
+/// it tells is stored, the text is consumed and bReplySeen set. A reply counts once. False: more text is needed,
+/// nothing has changed.
 bool CapturePreflashReply();
+
+/// True for a command of the lists whose parameter the plan's post-flash commands restore.
+bool IsRestored(const std::string& command);
+
+/// What was captured, as a command restores it; none when the new software has no name for it.
+std::optional<ToldParameter> ToldBefore(const CapturedParameter& parameter);
+
+/// A parameter before and behind the flash.
+struct ComparedParameter {
+    std::string sName;            // "BIASAZ"
+    std::string sBefore, sAfter;  // as the antenna writes them; notTold when it doesn't
+    bool bEqual = false;
+    std::string sCommand;  // enters the former value; empty: the new software has no name for it
+};
+inline constexpr const char* notRead = "not read";
+inline constexpr const char* notTold = "not told";
+
+/// True when what was captured is to be asked again: the row restores parameters.
+bool IsComparedAfterFlash();
+
+/// What was captured, beside what the antenna has told since; then what wasn't read. Empty when nothing is compared.
+std::vector<ComparedParameter> CompareParameters();
+
+/// True for a parameter whose former value is known, and that the antenna doesn't hold now.
+bool IsToBeRestored(const ComparedParameter& row);
+
+/// Takes what the text gathered since the query went out tells of a captured parameter. False: nothing yet.
+bool TakeReadBackReply(std::size_t parameter);
+
+/// The command that asks the board in hand for its version, and the version that it has told; both empty for a board
+/// that isn't asked.
+std::string VersionQuery();
+std::string VersionBefore();
+/// The version in a reply to that command; empty while it isn't complete.
+std::string VersionIn(const std::string& reply);
+
+/// Of the upload list, what restores the parameters that differ, with the WAITs behind it.
+std::vector<std::string> UploadsOfWhatDiffers();
+
+/// What the antenna's reply makes of a command that was sent behind the flash.
+enum class Verdict { Silent, Refused, Confirmed };
+Verdict JudgeReply(const std::string& sent, const std::string& reply);
 
 /// The plan's post-flash commands, written so that they restore what was captured.
 std::vector<std::string> BuildUploadList();
 
-/// The post-flash commands of the row as a person has to enter them, one to a line, each line ended by CR LF: with
-/// placeholders for the values, "SATINSTALL,<SATA>,<SATB>". Empty when the row has none.
+/// A command as a person has to enter it: with placeholders for the values, "SATINSTALL,<SATA>,<SATB>".
+std::string CommandForUser(const std::string& listed);
+
+/// The post-flash commands of the row as a person has to enter them, one to a line, each line ended by CR LF. Empty
+/// when the row has none.
 std::string PostFlashCmdsForUser();
 
 /// The current name of a satellite that older software called `old`; `old` itself when it isn't in the table.

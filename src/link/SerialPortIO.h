@@ -40,6 +40,8 @@ void SendLine(const std::string& text);
 
 /// Sends a command with CR behind it and shows it on the terminal behind "==>".
 void SendCommandLine(const std::string& command);
+/// Likewise, for a command that has another line end.
+void SendCommand(const std::string& command, const std::string& lineEnd);
 
 // --- what is received --------------------------------------------------------------------------------------------
 

@@ -21,8 +21,11 @@ void SendLine(const std::string& text)
     }
 }
 
-void SendCommandLine(const std::string& command)
+void SendCommandLine(const std::string& command) { SendCommand(command, "\r"); }
+
+void SendCommand(const std::string& command, const std::string& lineEnd)
 {
-    MSComm1->Output(command + "\r");
-    ShowAllCommsTextUpdate("==>" + command + "\r\n");
+    const bool dry = IsSettingTrue(SETTING_DRY_RUN);
+    if (!dry) MSComm1->Output(command + lineEnd);
+    ShowAllCommsTextUpdate((dry ? "==>(DryRunMode, not sent) " : "==>") + command + "\r\n");
 }

@@ -21,7 +21,7 @@ const Mode ModeTable[ModeCount] = {
     {STATE_GET_VERSIONS,   Reading,   OnVersionReply,   SendNextVersionQuery,   Keep},
     {STATE_IDLE,           Free,      nullptr,          SendQueuedText,         Show},
     {STATE_POSTFLASH,      Restoring, OnPostflashReply, NextPostflashStep,      Keep},
-    {STATE_UNUSED,         Free,      nullptr,          nullptr,                Raw},
+    {STATE_READ_BACK,      Restoring, OnReadBackReply,  NextReadBackStep,       Keep},
     {STATE_PREFLASH,       Saving,    OnPreflashReply,  NextPreflashStep,       Keep},
     {STATE_RF_BOOT_BLOCKS, Writing,   OnBootBlockReply, FailFlash,              Raw},
     {STATE_BOOT_UPGRADE,   Writing,   OnUpgradeReply,   OnUpgradeTimeOut,       Raw},

@@ -131,6 +131,25 @@ constexpr Message messages[] = {
      "If it is closed all the same: the board is a {detail}.  Please remember this board; it can then be selected by "
      "hand.",
      "{words}", false},
+    {41, YesNo, Answer::No, Critical, "QEL Burnline Assistant - Antenna Parameters",
+     "The antenna has not told {detail}.\n\n"
+     "Nothing is erased yet. If the flash goes on, this parameter is lost; all others are kept.\n\n"
+     "Click Yes to go on without {detail}, or No to stop.",
+     "++>PARAMETER_NOT_READ: {detail}", false},
+    {42, YesNo, Answer::No, Critical, "QEL Burnline Assistant - Antenna Parameters",
+     "The antenna does not answer {detail}.\n\n"
+     "Nothing is erased yet, and no parameter is lost without this answer.\n\n"
+     "Click Yes to go on, or No to stop.",
+     "++>COMMAND_NOT_ANSWERED: {detail}", false},
+    {43, OK, Answer::OK, Critical, "QEL Burnline Assistant - Antenna Parameters",
+     "The software is written and the antenna has restarted, but it is not known to hold all that it held before.\n\n"
+     "{detail}",
+     "++>PARAMETERS_NOT_BACK", false},
+    {44, YesNo, Answer::No, Critical, "QEL Burnline Assistant - Antenna Parameters",
+     "The antenna does not answer.\n\n"
+     "Nothing is erased yet. If the flash goes on, all its parameters are lost: {detail}.\n\n"
+     "Click Yes to go on without them, as for an antenna whose last flash failed, or No to stop.",
+     "++>ANTENNA_SILENT: parameters not read: {detail}", false},
     {52, OK, Answer::OK, None, "QEL Burnline Assistant - Runtime 52 Error",
      "Please make sure that you have write access to {directory}.  If you need help, contact QEL Technical Support.\n",
      "Runtime error #52.", true},

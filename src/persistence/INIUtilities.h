@@ -16,6 +16,7 @@ inline constexpr int SETTING_TRANSMIT_DELAY = 10;
 inline constexpr int SETTING_TRANSMIT_DELAY_ORIGINAL = 11;
 inline constexpr int SETTING_AUTO_RETRY_ONCE = 12;
 inline constexpr int SETTING_USE_FAST_BAUD = 13;
+inline constexpr int SETTING_COMPARE_PARAMETERS = 14;
 
 /// Loads the settings at program start; a failure is told and ends the program.
 void GetDefaultValues();

@@ -25,6 +25,7 @@ constexpr int OrderInFile[SettingCount] = {SETTING_HEADER,
                                            SETTING_TRANSMIT_DELAY_ORIGINAL,
                                            SETTING_AUTO_RETRY_ONCE,
                                            SETTING_USE_FAST_BAUD,
+                                           SETTING_COMPARE_PARAMETERS,
                                            SETTING_DRY_RUN};
 
 std::vector<std::string> MeaningfulLines(std::string_view words)
@@ -94,6 +95,7 @@ constexpr Check Checks[] = {{SETTING_COMM_PORT, IsPort},
                             {SETTING_AUTO_RETRY_ONCE, IsTrueOrFalse},
                             {SETTING_AUTO_CHECK, IsTrueOrFalse},
                             {SETTING_USE_FAST_BAUD, IsTrueOrFalse},
+                            {SETTING_COMPARE_PARAMETERS, IsTrueOrFalse},
                             {SETTING_UPDATE_URL, IsAddress},
                             {SETTING_REVISION, IsAtLeastOne},
                             {SETTING_TRANSMIT_DELAY, IsAtLeastOne},
@@ -125,6 +127,7 @@ const Settings& SettingDefaults()
         {"TransmitDelayOriginal=", "1", false},
         {"AutoRetryOnce=", "True", true},
         {"UseFastBaud=", "False", false},
+        {"CompareParameters=", "True", false},
     }};
     return defaults;
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-inline constexpr int SettingCount = 14;
+inline constexpr int SettingCount = 15;
 
 /// One setting. `Key` ends in "="; `Written` says that its line stands in the file.
 struct SettingRecord {

@@ -29,7 +29,7 @@ enum CommMode : std::int16_t {
     STATE_GET_VERSIONS = 7,
     STATE_IDLE = 8,
     STATE_POSTFLASH = 9,
-    STATE_UNUSED = 10,
+    STATE_READ_BACK = 10,
     STATE_PREFLASH = 11,
     STATE_RF_BOOT_BLOCKS = 12,
     STATE_BOOT_UPGRADE = 13,
@@ -138,21 +138,24 @@ struct Reading {
 
 /// The command of a list that waits for its answer.
 struct CommandInFlight {
-    std::string sExpectedReply;  // marks its reply; empty: any
+    std::string sSent;  // empty: none
     bool bReplySeen = false;
     std::int16_t iCmdRetries = 0;  // resends
+};
+
+/// A parameter as the antenna told it.
+struct CapturedParameter {
+    std::string sCommand;  // that read it
+    std::string sLine;     // of the antenna
 };
 
 /// One antenna's parameters, as it told them ahead of its flash. Begins in StartFlash, ahead of the first stage.
 struct Captured {
     std::int16_t iPreflashCmdIdx = 0;  // the next command of the plan's list
     CommandInFlight command;
-    std::vector<std::string> sCapturedParams{""};  // replies, from element 1 on
-    std::int16_t iCapturedParamCount = 0;
-    bool bSatInstallFound = false;
-    std::string sSatInstallCmd;
-    bool bTrisatDone = false;  // the names of a two-satellite installation were translated
-    std::string sFECHits1, sFECHits2;
+    bool bHeard = false;  // the antenna has said anything at all since the first command
+    std::vector<CapturedParameter> parameters;
+    std::vector<std::string> notRead;  // commands of parameters that the user goes on without
 };
 
 /// One board with all its stages and tries. Begins in StartFlash, ahead of the first stage, and ends with a Back.
@@ -197,6 +200,16 @@ struct Attempt {
     std::int16_t iBadReplies = 0;
 };
 
+/// What the antenna tells of itself behind the last restore command.
+struct ReadBack {
+    int iRound = 0;           // 1: what was captured is asked; 2: once more, behind the restoring of what differed
+    std::int16_t iQuery = 0;  // the next: the captured parameters in their order, then the version
+    CommandInFlight command;
+    bool bHeard = false;              // it said anything since the query in flight was first sent
+    std::vector<std::string> sLines;  // of the captured parameters; empty: not told
+    std::string sVersion;             // empty: not told
+};
+
 /// The antenna gets its parameters back. Begins in EndOfTransfer.
 struct Restore {
     bool bPortWentAway = false;     // the port went with the antenna's power
@@ -210,8 +223,11 @@ struct Restore {
     std::vector<std::string> sPostflashCmds;  // the plan's list, made to restore what was captured
     std::int16_t iPostflashCmdIdx = 0;
     CommandInFlight command;
+    std::vector<std::string> refused;  // commands that the antenna doesn't take
     std::int16_t iCalGyroTries = 0;
     bool bCalGyroPending = false;
+    ReadBack readBack;
+    bool bAllBack = false;  // the antenna holds what it held before, as far as it was to be asked
 };
 
 struct SessionState {

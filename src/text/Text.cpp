@@ -137,6 +137,18 @@ std::vector<std::string> Split(std::string_view in, std::string_view separator)
     return parts;
 }
 
+std::vector<std::string> EndedLines(std::string_view in)
+{
+    std::vector<std::string> lines;
+    std::size_t from = 0;
+    for (std::size_t end = in.find_first_of(CrLf); end != std::string_view::npos; end = in.find_first_of(CrLf, from)) {
+        const std::string_view line = in.substr(from, end - from);
+        if (!Trim(line).empty()) lines.emplace_back(line);
+        from = end + 1;
+    }
+    return lines;
+}
+
 int Count(std::string_view in, char what) { return static_cast<int>(std::count(in.begin(), in.end(), what)); }
 
 double Val(std::string_view in)

@@ -49,6 +49,9 @@ std::string Upper(std::string_view in);
 /// The parts between the separators; an empty text gives one empty part.
 std::vector<std::string> Split(std::string_view in, std::string_view separator);
 
+/// The lines that a CR or LF has ended, without it; blank ones are left out, and so is what has no end yet.
+std::vector<std::string> EndedLines(std::string_view in);
+
 /// How often `what` occurs in `in`.
 int Count(std::string_view in, char what);
 

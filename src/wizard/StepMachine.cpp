@@ -10,6 +10,7 @@
 #include "knowledge/Utilities.h"
 #include "link/Mode.h"
 #include "link/SerialPortIO.h"
+#include "persistence/INIUtilities.h"
 #include "platform/ProgramFiles.h"
 #include "session/Round.h"
 #include "session/Session.h"
@@ -101,6 +102,9 @@ void ClearFlashForms()
     for (Control* label : {&frmWizard.lblWaiting1, &frmWizard.lblWaiting2, &frmWizard.lblWaiting_SecondsLeft})
         label->Visible = false;
     frmWizard.lblStep[6].Caption = "Please Restart the Antenna";
+    frmWizard.lblStep[7].Caption = "Finished!";
+    frmWizard.tblParameters.List = {};
+    frmWizard.tblParameters.Visible = false;
     frmWizard.chkShowFinishCmd.Value = 0;
 }
 
@@ -126,6 +130,17 @@ void EnterStepFinished()
                                            ? "Default log file of all actions is: " + ProgramFile("BNL.LOG").string()
                                            : "Log file of all actions is: " + copy;
     constexpr const char* another = " To update another board now, click Update another board.";
+    if (IsSettingTrue(SETTING_DRY_RUN)) {
+        frmWizard.lblStep[7].Caption = "End of the dry run";
+        frmWizard.lblPickAntennaInfo.Caption = "DryRunMode is on in Burnline.ini: nothing was sent to the antenna.";
+        return;
+    }
+    if (!Session.flash.bSkipParams && !Session.restore.bAllBack) {
+        frmWizard.lblPickAntennaInfo.Caption =
+            "The software is written, but the antenna is not known to hold all that it held before.\n\n" +
+            WhatIsNotBack() + "\n" + another;
+        return;
+    }
     if (!Session.flash.bSkipParams) {
         frmWizard.lblPickAntennaInfo.Caption =
             std::string(
@@ -182,6 +197,7 @@ void SetStep(int step)
     // From the plan to the end of the flash neither the port nor the files may change.
     LockMenus(step >= STEP_4);
     SetNavCmds(step);
+    frmWizard.tblParameters.Visible = step >= STEP_6 && !frmWizard.tblParameters.List().empty();
     enterStep[step]();
 }
 

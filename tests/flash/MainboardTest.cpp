@@ -163,19 +163,6 @@ TEST_F(HopelessFault, PowerLostInTheMiddleIsMendedByThePowerCycleThatIsAskedFor)
     EXPECT_EQ(parametersBefore, Preserved());
 }
 
-TEST_F(HopelessFault, APreflashCommandWithoutAnswerLetsTheFlashGoOnWithoutParameters)
-{
-    Start(5);
-    GoToFlash();
-    SetFault("mute BIASAZ always");
-    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
-    EXPECT_TRUE(StatusSays("RETRIED 5 TIMES, WILL CONTINUE WITHOUT"));
-    ExpectMemoryEqualsFile();
-    ASSERT_TRUE(Next());
-    EXPECT_EQ(STEP_FINISHED, frmWizard.iCurrentStep);
-    EXPECT_TRUE(text::Holds(frmWizard.lblPickAntennaInfo.Caption(), "you may set parameters manually"));
-}
-
 TEST_F(HopelessFault, ARestoreCommandWithoutAnswerIsNamedSoThatItCanBeEnteredByHand)
 {
     Start(5);

@@ -98,10 +98,10 @@ TEST_F(SettingsTest, LinesAreReadAsTheyWereEverRead)
     EXPECT_NE(Bytes("Burnline.ini").find("TransmitDelayOriginal=5\r\n"), std::string::npos);
 }
 
-TEST_F(SettingsTest, FourteenLinesAreReadAndTheLastOfThemIsNotLookedAt)
+TEST_F(SettingsTest, FifteenLinesAreReadAndTheLastOfThemIsNotLookedAt)
 {
     std::string lines;
-    for (int i = 0; i < 13; ++i) lines += "Unknown" + std::to_string(i) + "=1\r\n";
+    for (int i = 0; i < 14; ++i) lines += "Unknown" + std::to_string(i) + "=1\r\n";
     Load(lines + "COMMPort=7");
     EXPECT_EQ(GetSetting(SETTING_COMM_PORT), "1");
     EXPECT_FALSE(IsExitRequested());

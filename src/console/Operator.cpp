@@ -260,7 +260,7 @@ void Operator::Restore()
 void Operator::Finish()
 {
     const bool wanted = options_.skipParameters || BoardOf(Session.plan->iBoardType).holdsNoParams;
-    const bool back = !Session.flash.bSkipParams || wanted;
+    const bool back = Session.flash.bSkipParams ? wanted : Session.restore.bAllBack;
     if (frmShowPostFlashCmds.Self.Visible)
         voice_.Tell("commands", Lines(frmShowPostFlashCmds.lblInstructions.Caption) + "\n\n" +
                                     Lines(frmShowPostFlashCmds.txtShowPostFlashCmds.Text));

@@ -1,6 +1,7 @@
 #include "console/Reporter.h"
 
 #include "forms/frmWizard.h"
+#include "knowledge/Utilities.h"
 #include "link/Mode.h"
 #include "platform/Computer.h"
 #include "platform/SerialControl.h"
@@ -49,6 +50,7 @@ void Reporter::Look()
         seen_ = FormsRevision;
         TellStep();
         for (Growing& text : growing_) TellNewLines(text);
+        TellParameters();
         for (Replaced& text : replaced_) TellReplaced(text);
     }
     ShowProgress();
@@ -86,6 +88,26 @@ void Reporter::TellReplaced(Replaced& text)
     text.told = words;
     // A banner often says what the list of actions has just said.
     if (!words.empty() && words != text.standing && words != lastLine_) voice_.Tell(text.event, words);
+}
+
+/// The table for programs; people have read it already, as the last lines of the upload.
+void Reporter::TellParameters()
+{
+    const bool ended = Session.restore.bEnded && Session.restore.readBack.iRound > 0;
+    if (ended == parametersTold_) return;
+    parametersTold_ = ended;
+    if (!ended) return;
+    const auto words = [](const std::string& text) { return QString::fromStdString(text); };
+    for (const ComparedParameter& row : CompareParameters())
+        voice_.Tell("parameter", "",
+                    {{"name", words(row.sName)},
+                     {"before", words(row.sBefore)},
+                     {"after", words(row.sAfter)},
+                     {"equal", row.bEqual}});
+    const std::string& version = Session.restore.readBack.sVersion;
+    if (!VersionQuery().empty())
+        voice_.Tell("version", "",
+                    {{"before", words(VersionBefore())}, {"after", words(version.empty() ? notTold : version)}});
 }
 
 /// The transfer's time runs from its first unit on; the rate is that of the last seconds.

@@ -39,6 +39,7 @@ private:
     void TellStep();
     void TellNewLines(Growing& text);
     void TellReplaced(Replaced& text);
+    void TellParameters();
     void ShowProgress();
     void EndTransfer();
     Progress TransferNow();
@@ -47,6 +48,7 @@ private:
     unsigned long seen_ = 0;
     std::string lastLine_;
     int step_ = -1;
+    bool parametersTold_ = false;
     std::vector<Growing> growing_;
     std::vector<Replaced> replaced_;
 

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -18,6 +19,7 @@
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTextCursor>
 #include <algorithm>
 
@@ -134,6 +136,7 @@ void ShownControl::ApplyContent(QWidget& widget)
     if (auto* button = qobject_cast<QAbstractButton*>(&widget)) return ApplyButton(*button);
     if (auto* choice = qobject_cast<QComboBox*>(&widget)) return ApplyChoice(*choice);
     if (auto* list = qobject_cast<QListWidget*>(&widget)) return ApplyList(*list);
+    if (auto* table = qobject_cast<QTableWidget*>(&widget)) return ApplyTable(*table);
     if (auto* line = qobject_cast<QLineEdit*>(&widget)) return ApplyLine(*line);
     if (auto* box = qobject_cast<QPlainTextEdit*>(&widget)) return ApplyText(*box);
     if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) return ApplyTabs(*tabs);
@@ -188,6 +191,39 @@ void ShownControl::ApplyList(QListWidget& list)
     if (chosen == control.ListIndex) return;
     list.setCurrentRow(control.ListIndex);
     if (control.ListIndex == -1) list.clearSelection();
+}
+
+/// The first and the last column are as wide as what they hold, those between share the rest; what is too long for them
+/// goes on in a second line.
+void ShownControl::ApplyTable(QTableWidget& table)
+{
+    constexpr int mostRowsInView = 7;
+    if (shownList_ == control.List()) return;
+    shownList_ = control.List();
+    const QStringList headings = shownList_.empty() ? QStringList() : Words(shownList_.front()).split(u'\t');
+    const auto columns = static_cast<int>(headings.size());
+    table.clear();
+    table.setColumnCount(columns);
+    table.setRowCount(std::max(0, static_cast<int>(shownList_.size()) - 1));
+    table.setHorizontalHeaderLabels(headings);
+    table.verticalHeader()->hide();
+    for (int row = 0; row < table.rowCount(); ++row) {
+        const QStringList cells = Words(shownList_[static_cast<std::size_t>(row) + 1]).split(u'\t');
+        QFont font = table.font();
+        font.setBold(cells.last() == u"no");
+        for (int column = 0; column < std::min(columns, static_cast<int>(cells.size())); ++column) {
+            auto* item = new QTableWidgetItem(cells[column]);
+            item->setFont(font);
+            table.setItem(row, column, item);
+        }
+    }
+    for (int column = 0; column < columns; ++column)
+        table.horizontalHeader()->setSectionResizeMode(
+            column, column == 0 || column == columns - 1 ? QHeaderView::ResizeToContents : QHeaderView::Stretch);
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    const int line = table.fontMetrics().height() * 3 / 2;
+    table.setMinimumHeight(line * 3);
+    table.setMaximumHeight(line * (std::min(table.rowCount(), mostRowsInView) + 2));
 }
 
 void ShownControl::ApplyLine(QLineEdit& line)

@@ -17,6 +17,7 @@ class QLineEdit;
 class QListWidget;
 class QMenu;
 class QPlainTextEdit;
+class QTableWidget;
 class QTabWidget;
 
 class ShownControl {
@@ -38,6 +39,7 @@ private:
     void ApplyTabs(QTabWidget& tabs);
     void ApplyChoice(QComboBox& choice);
     void ApplyList(QListWidget& list);
+    void ApplyTable(QTableWidget& table);
     void ApplyLine(QLineEdit& line);
     void ApplyText(QPlainTextEdit& box);
     void ApplyMenu(QMenu& menu);
@@ -51,7 +53,7 @@ private:
     QString name_;                        // what a screen reader says ahead of a label's text
     bool readOnly_ = false;               // as the form was drawn, not Locked
     std::string shownText_;               // of a box of many lines
-    std::vector<std::string> shownList_;  // of a combo or list box
+    std::vector<std::string> shownList_;  // of a combo or list box, or a table
 };
 
 /// Appends to a box of many lines. The end stays in view unless the user has scrolled up or marked something.

@@ -45,7 +45,7 @@ bool GoesOnWithout(const std::string& command)
     return true;
 }
 
-/// Nothing at all has come, as from an antenna that waits in its boot loader: one question for all commands.
+/// Nothing was answered, as by an antenna that waits in its boot loader: one question for all commands.
 void GoOnWithoutParameters()
 {
     std::string lost;
@@ -106,7 +106,7 @@ void NextPreflashStep()
     DisableCmdEntry();
     const Previous previous = JudgePrevious(Session.captured.iPreflashCmdIdx, Session.captured.command);
     if (previous == Previous::GivenUp) {
-        if (!Session.captured.bHeard) return GoOnWithoutParameters();
+        if (!Session.captured.bAnswered) return GoOnWithoutParameters();
         if (!GoesOnWithout(Session.captured.command.sSent)) return Stop();
         Session.captured.command = {};
         Session.link.iWaitTicks = 10;

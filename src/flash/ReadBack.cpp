@@ -133,6 +133,7 @@ void FinishRestore()
 {
     Session.restore.bWaitInitFlag = false;
     Session.flash.bAtRisk = false;
+    Session.restore.bEnded = true;
     Session.restore.bAllBack = WhatIsNotBack().empty();
     frmWizard.lblWaiting1.Visible = false;
     Session.link.iCommMode = STATE_IDLE;

@@ -146,7 +146,6 @@ bool CaptureFrom(const std::vector<std::string>& lines, const std::string& comma
 bool CapturePreflashReply()
 {
     CommandInFlight& command = Session.captured.command;
-    if (!Session.link.sCommBuffer.empty()) Session.captured.bHeard = true;
     const int type = Session.plan->iBoardType;
     if (command.sSent.empty() || command.bReplySeen || BoardOf(type).capture == Capture::None) return false;
     const std::vector<std::string> lines = text::EndedLines(Session.link.sCommBuffer);
@@ -155,6 +154,7 @@ bool CapturePreflashReply()
     if (!answered) return false;
     ClearCommBuffers();
     command.bReplySeen = true;
+    Session.captured.bAnswered = true;
     return true;
 }
 

@@ -57,7 +57,8 @@ bool OpenPort()
 void RestoreNavigation()
 {
     const int step = frmWizard.iCurrentStep;
-    SetNavCmds(step == STEP_5 && Session.flash.iFlashPhase == FLASH_FINISHED ? NAV_WRITTEN : step);
+    if (step == STEP_5 && Session.flash.iFlashPhase == FLASH_FINISHED) return SetNavCmds(NAV_WRITTEN);
+    SetNavCmds(step == STEP_6 && Session.restore.bEnded ? NAV_RESTORED : step);
 }
 
 /// Bytes that wait. A lost port has none here: CommHandler, which runs next, reports it.

@@ -153,7 +153,7 @@ struct CapturedParameter {
 struct Captured {
     std::int16_t iPreflashCmdIdx = 0;  // the next command of the plan's list
     CommandInFlight command;
-    bool bHeard = false;  // the antenna has said anything at all since the first command
+    bool bAnswered = false;  // at least one of them
     std::vector<CapturedParameter> parameters;
     std::vector<std::string> notRead;  // commands of parameters that the user goes on without
 };
@@ -227,6 +227,7 @@ struct Restore {
     std::int16_t iCalGyroTries = 0;
     bool bCalGyroPending = false;
     ReadBack readBack;
+    bool bEnded = false;    // what the antenna holds was told
     bool bAllBack = false;  // the antenna holds what it held before, as far as it was to be asked
 };
 

@@ -336,7 +336,8 @@ bool RestoreTheSame(const std::string& command, const std::string& other)
     const Parameter* row = RowOf(WordOf(command));
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const std::string& one, const std::string& two) {
         const bool numbers = row != nullptr && row->isNumber && IsNumber(one) && IsNumber(two);
-        return numbers ? AreSame(text::Val(one), text::Val(two)) : text::Equal(one, two);
+        if (numbers) return AreSame(text::Val(one), text::Val(two));
+        return one == two || (AreSwitches({one}) && text::Equal(one, two));
     });
 }
 

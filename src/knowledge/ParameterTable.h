@@ -32,7 +32,7 @@ std::optional<ToldParameter> ToldBy(const std::string& line, const std::string& 
 /// The parameter as a user knows it: "FECHITS1" of "fechits1,0000", else the command in capitals.
 std::string NameOf(const std::string& command);
 
-/// True when two commands restore the same value: numbers are compared as numbers, words case-blind.
+/// True when two commands restore the same value: numbers are compared as numbers.
 bool RestoreTheSame(const std::string& command, const std::string& other);
 
 /// True when the antenna's reply to a command that restores a parameter is about that parameter: it tells the value or

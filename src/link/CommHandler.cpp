@@ -31,6 +31,15 @@ std::string WithLineEnds(std::string input)
     return shown + input;
 }
 
+/// A zero byte alone is an answer only to a line or a block; elsewhere it is noise, in the boot area leg too, but where
+/// it is the very echo that is waited for.
+bool MayBeZero()
+{
+    const int mode = Session.link.iCommMode;
+    return mode == STATE_SEND_BLOCKS || mode == STATE_SEND_LINES ||
+           (mode == STATE_RF_BOOT_BLOCKS && Session.attempt.bExpectedChecksum == 0);
+}
+
 void Receive()
 {
     std::string input;
@@ -39,10 +48,7 @@ void Receive()
     } else if (Session.link.iCommMode != STATE_PREFLASH) {
         return;  // in the pre-flash mode the text of earlier calls is judged once more
     }
-    // A zero byte alone is an answer only to a line or a block; elsewhere it is noise, in the boot area leg too.
-    if (input == std::string(1, '\0') && Session.link.iCommMode != STATE_SEND_BLOCKS &&
-        Session.link.iCommMode != STATE_SEND_LINES)
-        return;
+    if (input == std::string(1, '\0') && !MayBeZero()) return;
     if (Session.link.iCommMode <= STATE_NONE || Session.link.iCommMode >= ModeCount) return;
 
     const Mode& mode = ModeTable[Session.link.iCommMode];

@@ -6,6 +6,7 @@
 #include "display/Display.h"
 #include "persistence/Logs.h"
 #include "platform/Computer.h"
+#include "platform/SerialControl.h"
 #include "session/Session.h"
 #include "text/Text.h"
 
@@ -42,13 +43,26 @@ void BeginUnit()
     Session.attempt.answeredAfter.clear();
 }
 
+/// True when the unit can't have left yet, on a line that takes its time: nothing has come so early but now and then.
+bool IsTooEarly()
+{
+    constexpr int fewest = 3, often = 8;
+    constexpr double bitsAByte = 10;
+    if (Session.attempt.sentAt.size() != 1) return false;
+    const double speed = text::Val(MSComm1->Settings());
+    const double leaves = static_cast<double>(Session.attempt.vCurrentLine.size()) * bitsAByte / std::max(speed, 1.0);
+    const bool early = computer->Seconds() - Session.attempt.sentAt.front() < leaves * 0.8;
+    ++(early ? Session.flash.iEarly : Session.flash.iTimely);
+    return early && Session.flash.iTimely >= fewest + often * (Session.flash.iEarly - 1);
+}
+
 void NoteSend() { Session.attempt.sentAt.push_back(computer->Seconds()); }
 
 bool IsAnswerOwed() { return Came() < static_cast<int>(Session.attempt.sentAt.size()); }
 
 Standing NoteAnswers(const Answers& answers)
 {
-    if (!IsAnswerOwed()) return Standing::Unanswered;
+    if (!IsAnswerOwed() || IsTooEarly()) return Standing::Unanswered;
     const bool single = Session.attempt.sentAt.size() == 1;
     // To a line that was sent once, "$" counts whatever stands behind it.
     const int refused = single && answers.acknowledged > 0 ? 0 : answers.refused;
@@ -78,7 +92,7 @@ short PatienceTicks(short usual)
 short QuietTicks()
 {
     // An answer to a unit that was sent more than once may be to the first send.
-    constexpr double longest = 4, margin = 1.5;
+    constexpr double longest = 20, margin = 1.5;
     const double sent = Session.attempt.sentAt.empty() ? computer->Seconds() : Session.attempt.sentAt.front();
     const double atMost = std::min(computer->Seconds() - sent, longest);
     const double quiet = std::max(lateSeconds, margin * std::max(Session.flash.slowestAnswer, atMost));

@@ -22,7 +22,8 @@ void BeginUnit();
 /// It is sent; one more answer is owed.
 void NoteSend();
 
-/// Adds what has come; what nobody owes, like an answer that the line has doubled, is dropped. The first answer that
+/// Adds what has come. What nobody owes, like an answer that the line has doubled, is dropped: so is one that comes
+/// before its line can have left. The first answer that
 /// took longer than a second is told.
 Standing NoteAnswers(const Answers& answers);
 

@@ -24,10 +24,11 @@ void SendBootUpgradeBlock()
     ShowProgress(PercentOf(Session.attempt.lBootBytePos, UpgradeEnd));
     const auto begin = Session.flash.BootUpgradeImage.begin() + Session.attempt.lBootBytePos;
     Session.attempt.lBootBytePos += blockLength;
+    Session.attempt.vCurrentLine.assign(begin, begin + blockLength);
     BeginUnit();
     NoteSend();
     // In one piece: the old loader needs no pause inside a block.
-    MSComm1->Output(std::string(begin, begin + blockLength));
+    MSComm1->Output(Session.attempt.vCurrentLine);
 }
 
 void EndUpgrade()
@@ -36,9 +37,9 @@ void EndUpgrade()
     Session.link.iCommMode = STATE_WAIT_RESET;
     Session.link.iWaitTicks = 0;
     SetNavCmds(STEP_5);
-    ShowBanner(0,
-               "*** Boot loader for " + BoardNameForLog() + " upgraded. Please cycle power to the antenna to continue. ***",
-               PaleYellow, Red);
+    ShowBanner(
+        0, "*** Boot loader for " + BoardNameForLog() + " upgraded. Please cycle power to the antenna to continue. ***",
+        PaleYellow, Red);
     ShowMsgBox(30, "CommHandler", BoardNameForLog());
     frmWizard.lblFlashStatus[0].Visible = true;
     frmWizard.lblStep[5].Caption = "Flashing RF board with file " + text::Trim(StageInHand().sFlashFile);
@@ -61,8 +62,9 @@ bool SetupBootloaderUpgrade()
 void OnUpgradeReply(const std::string& chunk)
 {
     if (!text::Holds(chunk, "$")) return;
-    NoteAnswers({1, 0});
-    Session.link.iWaitTicks = UpgradePatience;
+    Session.link.iWaitTicks = Session.attempt.bAtEnd ? QuietTicks() : UpgradePatience;
+    const bool begins = Session.attempt.sentAt.empty();  // the first "$" answers the command
+    if (!begins && NoteAnswers({1, 0}) != Standing::In) return;
     if (Session.attempt.lBootBytePos < UpgradeEnd) return SendBootUpgradeBlock();
     Session.attempt.bAtEnd = true;
     Session.link.iWaitTicks = QuietTicks();

@@ -30,10 +30,10 @@ void PrepareNextBlock()
     Session.attempt.bExpectedChecksum = static_cast<std::int16_t>(255 - sum % 256);
 }
 
-/// The echo is one byte, compared as a character: the case of a letter's code doesn't matter.
+/// The echo is one byte. An equal one that comes before the block can have left was doubled by the line.
 bool IsExpectedEcho(const std::string& chunk)
 {
-    return text::Equal(chunk, std::string(1, static_cast<char>(Session.attempt.bExpectedChecksum)));
+    return chunk == std::string(1, static_cast<char>(Session.attempt.bExpectedChecksum));
 }
 
 void SendNextBlock()
@@ -99,7 +99,7 @@ void OnBootBlockReply(const std::string& chunk)
         Session.link.iCommMode = STATE_WAIT_RESET;
         return;
     }
-    NoteAnswers({1, 0});
+    if (NoteAnswers({1, 0}) != Standing::In) return;
     if (Session.attempt.lFlashBlockPos >= Layout().bootEnd) {
         EndBootLeg();
         return;
@@ -121,7 +121,7 @@ void OnBlockReply(const std::string& chunk)
         Session.link.iWaitTicks = 10;  // the time-out then fails the flash
         return;
     }
-    NoteAnswers({1, 0});
+    if (NoteAnswers({1, 0}) != Standing::In) return;
     if (Session.attempt.lFlashBlockPos >= Layout().mainEnd) {
         ShowProgress(100);
         Session.attempt.bAtEnd = true;

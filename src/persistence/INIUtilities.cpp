@@ -25,6 +25,7 @@ Settings settings;
 
 /// False until the file was read, or found missing. A file that couldn't be read is never written over.
 bool maySave = false;
+bool firstStart = false;
 
 fs::path ConfigFile() { return ProgramFile(FileName); }
 fs::path OldFile() { return ProgramFile(FileName + ".old"); }
@@ -84,11 +85,24 @@ void TakeOver(const OldSettings& old, Settings& loaded)
         if (!value.empty()) loaded[static_cast<std::size_t>(index)].Value = value;
 }
 
+/// A file of zeros is what a laptop leaves that has lost its power: it holds nothing.
+bool IsWreck(const std::string& content)
+{
+    return !content.empty() && content.find_first_not_of('\0') == std::string::npos;
+}
+
 Settings LoadSettings()
 {
     UndoInterruptedSave();
     SettingPairs pairs;
-    if (Exists(ConfigFile())) pairs = BuildSettingsTable(ParseSettingsText(ReadWholeFile(ConfigFile(), MaxFileSize)));
+    firstStart = !Exists(ConfigFile());
+    if (!firstStart) {
+        const std::string content = ReadWholeFile(ConfigFile(), MaxFileSize);
+        if (IsWreck(content))
+            LogEarly("++>Settings: " + FileName + " holds nothing but zeros, the defaults are used");
+        else
+            pairs = BuildSettingsTable(ParseSettingsText(content));
+    }
     Settings loaded = SettingsFrom(pairs);
     TakeOver(ReadOldSettings(), loaded);
     return loaded;
@@ -176,6 +190,8 @@ void GetDefaultValues()
     // Only once they stand in the file.
     if (!IsExitRequested()) Guarded("GetDefaultValues", RemoveOldSettings);
 }
+
+bool IsFirstStart() { return firstStart; }
 
 std::string GetSetting(int index)
 {

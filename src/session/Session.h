@@ -176,6 +176,7 @@ struct Flash {
     bool bRFBootDone = false;            // the board fell back from the boot area leg
     double dFlashStart = 0;              // seconds of Computer::Seconds
     double slowestAnswer = 0;            // seconds
+    int iTimely = 0, iEarly = 0;         // answers behind what they are to, and ahead of its having left
     bool bLateTold = false;              // the first late answer was told
     std::int16_t iFlashAutoRetries = 0;  // silent retries of the whole flash
     bool bAutoRetryUsed = false;         // the one retry that the settings allow was used

@@ -112,6 +112,8 @@ void ChooseCommPortAtLoad()
         TellPortProblem(21, "FormLoad");
     } else if (port == 0) {
         TakeFirstPort();
+    } else if (found.currentState == PORT_MISSING && IsFirstStart() && found.nextItem == 2) {
+        SelectCommPort(1);  // nobody has chosen a port yet, and there is only one
     } else if (found.currentState == PORT_MISSING) {
         ShowPortStatus("COM port: COM Port not found (COM" + text::Num(port) + ").", true);
         SetNavCmds(NAV_BLOCKED);

@@ -105,10 +105,10 @@ public:
 
     bool succeeded = false, withoutParameters = false, endless = false, told = false;
     std::map<Phase, Share> shares;
-    std::vector<std::string> reports;                                     // of the antenna
-    std::string heard;                                                    // by it
-    std::size_t sentBefore = 0, receivedBefore = 0, receivedAtErase = 0;  // bytes ahead of the flash, and of its erase
-    std::map<std::string, int> struck;                                    // faults of the world
+    std::vector<std::string> reports;                 // of the antenna
+    std::string heard;                                // by it
+    std::size_t sentBefore = 0, receivedAtErase = 0;  // bytes ahead of the flash, and of its erase
+    std::map<std::string, int> struck;                // faults of the world
 
 private:
     Answer AnswerTo(const Box& box)
@@ -148,7 +148,7 @@ private:
         share.heard += pc.sent.size() - sent_;
         share.said += pc.received.size() - received_;
         sent_ = pc.sent.size(), received_ = pc.received.size();
-        if (ShownStep() < STEP_5) sentBefore = sent_, receivedBefore = received_;
+        if (ShownStep() < STEP_5) sentBefore = sent_;
         erased_ = erased_ || PhaseNow() >= Phase::Erasing;
         if (!erased_) receivedAtErase = received_;
         const bool powered = pc.antenna().IsPowered();
@@ -320,16 +320,30 @@ std::string WordOf(const std::string& parameter)
 std::string UnshownOf(const std::string& word, const Technician& technician, const std::string& right)
 {
     const auto [command, wrong] = LastSetting(technician, word);
-    const std::string& received = technician.pc.received;
-    const std::size_t from = technician.receivedBefore, erase = technician.receivedAtErase;
-    const auto came = [&](const std::string& told, bool behindErase) {
-        return (behindErase ? received.substr(erase) : received.substr(from, erase - from)).find(told) !=
-               std::string::npos;
-    };
     if (command.empty() || right.empty()) return {};
-    if (technician.pc.sent.find(command + "\r", technician.sentBefore) == std::string::npos)
-        return came(right, true) && !came(wrong, true) ? echoBack : "";
-    return came(wrong, false) && !came(right, false) ? misread : "";
+    if (technician.pc.sent.find(command + "\r", technician.sentBefore) != std::string::npos) return {};
+    const std::string received = technician.pc.received.substr(technician.receivedAtErase);
+    return text::Holds(received, right) && !text::Holds(received, wrong) ? echoBack : "";
+}
+
+/// The lines that told the parameters ahead of the flash, by the word of their commands.
+std::multimap<std::string, std::string> LinesRead()
+{
+    std::multimap<std::string, std::string> lines;
+    for (const CapturedParameter& parameter : Session.captured.parameters)
+        lines.emplace(text::Split(parameter.sCommand, ",").front(), parameter.sLine);
+    return lines;
+}
+
+/// A parameter was read from a whole line that said something else than the antenna did.
+bool WasMisread(const std::string& word, const std::multimap<std::string, std::string>& right,
+                const std::string& received)
+{
+    const std::multimap<std::string, std::string> read = LinesRead();
+    const auto [from, to] = read.equal_range(word);
+    return std::any_of(from, to, [&](const auto& line) {
+        return std::find(right.begin(), right.end(), line) == right.end() && text::Holds(received, line.second + "\r");
+    });
 }
 
 // --- one session -----------------------------------------------------------------------------------------------------
@@ -341,6 +355,7 @@ struct Undisturbed {
     std::vector<std::string> commands;
     std::vector<std::pair<std::string, std::string>> parameters;
     std::map<std::string, std::string> told;  // how the antenna confirms them, by their words
+    std::multimap<std::string, std::string> read;
 };
 
 struct Verdict {
@@ -390,9 +405,12 @@ void Judge(Technician& technician, const Undisturbed& undisturbed, Verdict& verd
     const auto held = Preserved(antenna);
     for (std::size_t at = 0; at < undisturbed.parameters.size() && !technician.withoutParameters; ++at) {
         const auto& [name, value] = undisturbed.parameters[at];
-        if (!IsSameValue(held.at(at).second, value))
-            verdict.Wrong("parameter", name + " is " + held[at].second + " in place of " + value,
-                          UnshownOf(WordOf(name), technician, undisturbed.told.at(WordOf(name))));
+        if (!IsSameValue(held.at(at).second, value)) {
+            const std::string word = WordOf(name);
+            std::string unshown = UnshownOf(word, technician, undisturbed.told.at(word));
+            if (WasMisread(word, undisturbed.read, technician.pc.received)) unshown = misread;
+            verdict.Wrong("parameter", name + " is " + held[at].second + " in place of " + value, unshown);
+        }
     }
 }
 
@@ -407,6 +425,7 @@ const Undisturbed& UndisturbedOf(const Road& road)
     one.shares = technician.shares;
     one.units = static_cast<std::size_t>(std::max(technician.pc.antenna().GoodLines(), 1));
     one.row = Session.plan->row.AntennaName;
+    one.read = LinesRead();
     for (const std::string& command : Session.plan->sPreflashCmds)
         if (!command.empty() && command.find(' ') == std::string::npos) one.commands.push_back(command);
     Verdict verdict;

@@ -68,10 +68,11 @@ bool SetLine(int descriptor, speed_t speed)
 {
     termios line{};
     if (tcgetattr(descriptor, &line) != 0) return false;
-    cfmakeraw(&line);
-    line.c_iflag |= IGNBRK;  // a break is an event, not a zero byte
-    line.c_cflag &= ~static_cast<tcflag_t>(CRTSCTS | CSTOPB);
-    line.c_cflag |= CLOCAL | CREAD;
+    // Whatever another program has left on the line is gone; but for what the system makes of a close.
+    line.c_iflag = IGNBRK;  // a break is an event, not a zero byte
+    line.c_oflag = 0;
+    line.c_lflag = 0;
+    line.c_cflag = (line.c_cflag & HUPCL) | CS8 | CLOCAL | CREAD;
     line.c_cc[VMIN] = 1;
     line.c_cc[VTIME] = 0;
     cfsetispeed(&line, speed);

@@ -222,8 +222,8 @@ void ShownControl::ApplyTable(QTableWidget& table)
             column, column == 0 || column == columns - 1 ? QHeaderView::ResizeToContents : QHeaderView::Stretch);
     table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     const int line = table.fontMetrics().height() * 3 / 2;
-    table.setMinimumHeight(line * 3);
-    table.setMaximumHeight(line * (std::min(table.rowCount(), mostRowsInView) + 2));
+    const int height = std::min(line * (std::min(table.rowCount(), mostRowsInView) + 2), table.window()->height() / 3);
+    table.setFixedHeight(std::max(height, line * 3));  // the step above it keeps most of the window
 }
 
 void ShownControl::ApplyLine(QLineEdit& line)

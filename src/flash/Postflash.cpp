@@ -180,39 +180,26 @@ void GoBackToCommand()
         --Session.restore.iPostflashCmdIdx;
 }
 
-/// What is still to be restored, so that it can be done by hand: it is held nowhere else.
-void ListCommandsLeft()
+/// A command that isn't confirmed stands back for those that the antenna may take.
+void GoOnWithout(CommandInFlight& command)
 {
-    Show("These commands were not confirmed. Restart the antenna and enter them in the Command Line:\r\n");
-    --Session.restore.iPostflashCmdIdx;
-    GoBackToCommand();
-    for (std::size_t at = Session.restore.iPostflashCmdIdx; at < Session.restore.sPostflashCmds.size(); ++at) {
-        const std::string& left = Session.restore.sPostflashCmds[at];
-        if (!left.empty() && !text::StartsWith(left, "WAIT")) Show(left + "\r\n");
-    }
-}
-
-void GiveUpOnRestore()
-{
-    AddParamsSent("RETRIED 5 TIMES, CANNOT CONTINUE FLASH\r\n");
-    AddParamsSent("CLICK CANCEL BUTTON TO END BURNLINE ASSISTANT\r\n");
-    WriteLogLine("++>RETRIED 5 TIMES, CANNOT CONTINUE FLASH");
-    ListCommandsLeft();
-    EnableCmdEntry();
-    Session.link.iCommMode = STATE_IDLE;
-    Session.link.iWaitTicks = 10;
-}
-
-/// A command that the antenna refuses stands back for those that it may take; one that it doesn't answer ends the list.
-bool GoesOnWithoutConfirmation()
-{
-    CommandInFlight& command = Session.restore.command;
-    if (JudgeReply(command.sSent, Session.link.sCommBuffer) != Verdict::Refused) return false;
-    AddParamsSent("The antenna refuses " + command.sSent + "\r\n");
-    Session.restore.refused.push_back(command.sSent);
+    const bool silent = JudgeReply(command.sSent, Session.link.sCommBuffer) == Verdict::Silent;
+    Session.restore.iSilences = silent ? Session.restore.iSilences + 1 : 0;
+    Session.restore.unconfirmed.push_back(command.sSent);
+    AddParamsSent("RETRIED 5 TIMES, WILL CONTINUE WITHOUT " + command.sSent + "\r\n");
+    WriteLogLine("++>RETRIED 5 TIMES, WILL CONTINUE WITHOUT " + command.sSent);
     command = {};
     Session.link.iWaitTicks = 10;
-    return true;
+}
+
+/// An antenna that leaves two commands unanswered isn't kept for the others; none of them is in.
+void LeaveTheRest()
+{
+    const std::vector<std::string>& listed = Session.restore.sPostflashCmds;
+    for (std::size_t at = static_cast<std::size_t>(Session.restore.iPostflashCmdIdx); at < listed.size(); ++at)
+        if (!listed[at].empty() && !text::StartsWith(listed[at], "WAIT"))
+            Session.restore.unconfirmed.push_back(listed[at]);
+    EndOfRestore();
 }
 
 void RestoreListStep()
@@ -227,8 +214,9 @@ void RestoreListStep()
     }
     if (!entry.empty()) CheckGyroCalibration();
     const Previous previous = JudgePrevious(index, Session.restore.command);
-    if (previous == Previous::GivenUp && !GoesOnWithoutConfirmation())
-        return Session.restore.readBack.iRound > 0 ? EndOfRestore() : GiveUpOnRestore();
+    if (previous == Previous::Done) Session.restore.iSilences = 0;
+    if (previous == Previous::GivenUp) GoOnWithout(Session.restore.command);
+    if (Session.restore.iSilences > 1) return LeaveTheRest();
     if (previous == Previous::Again) {
         GoBackToCommand();
         AddParamsSent("Did not receive expected response to command: " +

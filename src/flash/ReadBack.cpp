@@ -24,7 +24,7 @@ constexpr short settleTicks = 30;
 
 ReadBack& Back() { return Session.restore.readBack; }
 
-int ParametersAsked() { return IsComparedAfterFlash() ? static_cast<int>(Session.captured.parameters.size()) : 0; }
+int ParametersAsked() { return static_cast<int>(Session.captured.parameters.size()); }
 
 bool IsVersionQuery(int query) { return query == ParametersAsked(); }
 
@@ -93,6 +93,7 @@ void BeginReadBack()
 {
     Back().iQuery = 0;
     Back().command = {};
+    Back().iSilences = 0;
     ++Back().iRound;
     Back().sLines.assign(static_cast<std::size_t>(ParametersAsked()), "");
     AddParamsSent("Asking the antenna what it holds now.\r\n");
@@ -108,6 +109,7 @@ void RestoreOnceMore()
     Session.restore.sPostflashCmds = UploadsOfWhatDiffers();
     Session.restore.iPostflashCmdIdx = 0;
     Session.restore.command = {};
+    Session.restore.iSilences = 0;
     Session.link.iCommMode = STATE_POSTFLASH;
     Session.link.iWaitTicks = 10;
 }
@@ -150,6 +152,8 @@ void EndReadBack()
 {
     ShowTable();
     TellTable();
+    for (const std::string& name : Session.captured.notRestored)
+        AddParamsSent(name + " was read, but FLASHCFG.TXT doesn't restore it: it isn't compared.\r\n");
     FinishRestore();
 }
 
@@ -188,8 +192,9 @@ std::string WhatIsNotBack()
     const bool compared = Session.restore.readBack.iRound > 0;
     for (const ComparedParameter& row : CompareParameters())
         if (!row.bEqual && (compared || row.sBefore == notRead)) words += WordsOf(row) + "\n";
-    for (const std::string& command : Session.restore.refused)
-        if (!compared || !AreOfOneParameter(command, command)) words += "The antenna refuses " + command + "\n";
+    for (const std::string& command : Session.restore.unconfirmed)
+        if (const bool parameter = AreOfOneParameter(command, command); !parameter || !compared)
+            words += "The antenna has not confirmed " + command + (parameter ? ": enter it once more\n" : "\n");
     if (IsVersionMissing()) words += "The antenna does not tell its version any more.\n";
     return words;
 }
@@ -208,6 +213,7 @@ void OnReadBackReply(const std::string&)
     if (!Session.link.sCommBuffer.empty()) Back().bHeard = true;
     if (Back().command.sSent.empty() || Back().command.bReplySeen || !TakeReply()) return;
     Back().command.bReplySeen = true;
+    Back().iSilences = 0;
     ShowTable();
     Session.link.iWaitTicks = 1;
 }
@@ -217,7 +223,8 @@ void NextReadBackStep()
     DisableCmdEntry();
     const Previous previous = JudgePrevious(Back().iQuery, Back().command);
     if (previous == Previous::GivenUp) {
-        if (!Back().bHeard) return EndReadBack();
+        Back().iSilences = Back().bHeard ? 0 : Back().iSilences + 1;
+        if (Back().iSilences > 1) return EndReadBack();
         Back().command = {};
         Session.link.iWaitTicks = 10;
     }

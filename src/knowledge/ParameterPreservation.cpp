@@ -134,6 +134,10 @@ bool CaptureFrom(const std::vector<std::string>& lines, const std::string& comma
     for (const std::string& line : lines) {
         const auto told = ToldBy(line, command, Facts());
         if (!told) continue;
+        if (!IsRestored(command)) {
+            Session.captured.notRestored.push_back(NameOf(command));
+            return true;
+        }
         Keep({command, line});
         if (told->command.empty()) TellNotTakenOver(line);
         return true;
@@ -171,12 +175,9 @@ std::optional<ToldParameter> ToldBefore(const CapturedParameter& parameter)
     return ToldBy(parameter.sLine, parameter.sCommand, Facts());
 }
 
-bool IsComparedAfterFlash() { return !HasNoUploads() && !StartsClean(); }
-
 std::vector<ComparedParameter> CompareParameters()
 {
     std::vector<ComparedParameter> compared;
-    if (!IsComparedAfterFlash()) return compared;
     const std::vector<CapturedParameter>& parameters = Session.captured.parameters;
     const std::vector<std::string>& lines = Session.restore.readBack.sLines;
     for (std::size_t at = 0; at < parameters.size(); ++at) {

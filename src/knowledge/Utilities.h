@@ -71,10 +71,7 @@ struct ComparedParameter {
 inline constexpr const char* notRead = "not read";
 inline constexpr const char* notTold = "not told";
 
-/// True when what was captured is to be asked again: the row restores parameters.
-bool IsComparedAfterFlash();
-
-/// What was captured, beside what the antenna has told since; then what wasn't read. Empty when nothing is compared.
+/// What was captured, beside what the antenna has told since; then what wasn't read.
 std::vector<ComparedParameter> CompareParameters();
 
 /// True for a parameter whose former value is known, and that the antenna doesn't hold now.

@@ -143,7 +143,7 @@ struct CommandInFlight {
     std::int16_t iCmdRetries = 0;  // resends
 };
 
-/// A parameter as the antenna told it.
+/// A parameter that is to be restored, as the antenna told it.
 struct CapturedParameter {
     std::string sCommand;  // that read it
     std::string sLine;     // of the antenna
@@ -155,7 +155,8 @@ struct Captured {
     CommandInFlight command;
     bool bAnswered = false;  // at least one of them
     std::vector<CapturedParameter> parameters;
-    std::vector<std::string> notRead;  // commands of parameters that the user goes on without
+    std::vector<std::string> notRead;      // commands of parameters that the user goes on without
+    std::vector<std::string> notRestored;  // and of those that were read, and the row doesn't restore
 };
 
 /// One board with all its stages and tries. Begins in StartFlash, ahead of the first stage, and ends with a Back.
@@ -207,6 +208,7 @@ struct ReadBack {
     std::int16_t iQuery = 0;  // the next: the captured parameters in their order, then the version
     CommandInFlight command;
     bool bHeard = false;              // it said anything since the query in flight was first sent
+    int iSilences = 0;                // queries in a row that it left without any answer
     std::vector<std::string> sLines;  // of the captured parameters; empty: not told
     std::string sVersion;             // empty: not told
 };
@@ -224,7 +226,8 @@ struct Restore {
     std::vector<std::string> sPostflashCmds;  // the plan's list, made to restore what was captured
     std::int16_t iPostflashCmdIdx = 0;
     CommandInFlight command;
-    std::vector<std::string> refused;  // commands that the antenna doesn't take
+    std::vector<std::string> unconfirmed;  // commands that the antenna hasn't taken
+    int iSilences = 0;                     // how many of them in a row it didn't answer at all
     std::int16_t iCalGyroTries = 0;
     bool bCalGyroPending = false;
     ReadBack readBack;

@@ -15,6 +15,7 @@
 #include "session/Round.h"
 #include "session/Session.h"
 #include "session/Wizard.h"
+#include "text/Text.h"
 #include "update/Update.h"
 #include "wizard/Choosers.h"
 #include "wizard/Handlers.h"
@@ -138,7 +139,7 @@ void EnterStepFinished()
     if (!Session.flash.bSkipParams && !Session.restore.bAllBack) {
         frmWizard.lblPickAntennaInfo.Caption =
             "The software is written, but the antenna is not known to hold all that it held before.\n\n" +
-            WhatIsNotBack() + "\n" + another;
+            WhatIsNotBack() + "\n" + text::Trim(another);
         return;
     }
     if (!Session.flash.bSkipParams) {

@@ -48,7 +48,11 @@ void FlashByWindow(Bench& bench)
     bench.antenna->Do("power off");
     bench.antenna->Do("power on");
     wizard.AnswerBox("Parameter Upload Successful and antenna restarted", "OK", 60);
-    for (const char* pressed : {"cmdNav_2", "cmdNav_3"}) wizard.Click(pressed);
+    for (const char* pressed : {"cmdNav_2", "cmdNav_3"}) {
+        const Seen table = wizard.See("tblParameters");
+        EXPECT_TRUE(table.visible && table.entries.starts_with("BIASAZ\n1.25\n1.25\nyes\n")) << table.entries;
+        wizard.Click(pressed);
+    }
     EXPECT_TRUE(wizard.EndsWithin(10));
 }
 

@@ -140,9 +140,10 @@ struct Hopeless {
 };
 
 const Hopeless hopeless[] = {
-    {STATE_POSTFLASH, "DEBUGON", "refused", "The antenna refuses DEBUGON", "BIASAZ\t1.25\t1.25\tyes"},
+    {STATE_POSTFLASH, "DEBUGON", "refused", "The antenna has not confirmed DEBUGON", "BIASAZ\t1.25\t1.25\tyes"},
     {STATE_POSTFLASH, "BIASAZ,", "value altered on its way to the antenna",
      "BIASAZ is 1.27, it was 1.25: enter BIASAZ,1.25", "BIASAZ\t1.25\t1.27\tno"},
+    {STATE_POSTFLASH, "", "lost", "The antenna has not confirmed CLEAREE", "BIASEL\t-0.75\t-0.75\tyes"},
     {STATE_READ_BACK, "", "lost", "BIASEL could not be verified, it was -0.75", "BIASEL\t-0.75\tnot told\tno"},
     {STATE_READ_BACK, "BIASEL", "value damaged", "BIASEL could not be verified, it was -0.75",
      "BIASEL\t-0.75\tnot told\tno"},

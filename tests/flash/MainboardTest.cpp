@@ -163,24 +163,6 @@ TEST_F(HopelessFault, PowerLostInTheMiddleIsMendedByThePowerCycleThatIsAskedFor)
     EXPECT_EQ(parametersBefore, Preserved());
 }
 
-TEST_F(HopelessFault, ARestoreCommandWithoutAnswerIsNamedSoThatItCanBeEnteredByHand)
-{
-    Start(5);
-    GoToFlash();
-    ASSERT_TRUE(FlashRuns());
-    ASSERT_TRUE(Next());
-    SetFault("mute BIASEL always");
-    pc.RunFor(1);
-    pc.SetPower(false);
-    pc.RunFor(10);
-    pc.SetPower(true);
-    const std::string& told = frmWizard.txtParamsSent.Text;
-    ASSERT_TRUE(pc.RunUntil([&] { return text::Holds(told, "CANNOT CONTINUE FLASH"); }, 600)) << told;
-    EXPECT_TRUE(text::Holds(told, "CLICK CANCEL BUTTON TO END BURNLINE ASSISTANT"));
-    EXPECT_NE(0u, text::FindLast(told, "\r\nBIASEL,")) << told;
-    EXPECT_TRUE(frmWizard.txtSendCmd.Enabled());
-}
-
 TEST_F(FlashFixture, WhatIsSentIsWhatWasTestedWithoutBlankLines)
 {
     Start(5);

@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTabWidget>
+#include <QTableWidget>
 
 namespace {
 
@@ -52,6 +53,9 @@ QStringList EntriesOf(const QWidget& widget)
         for (int at = 0; at < list->count(); ++at) entries << list->item(at)->text();
     if (const auto* tabs = qobject_cast<const QTabWidget*>(&widget))
         for (int at = 0; at < tabs->count(); ++at) entries << Plain(tabs->tabText(at));
+    if (const auto* table = qobject_cast<const QTableWidget*>(&widget))
+        for (int at = 0; at < table->rowCount() * table->columnCount(); ++at)
+            entries << table->item(at / table->columnCount(), at % table->columnCount())->text();
     return entries;
 }
 

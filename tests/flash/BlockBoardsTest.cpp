@@ -214,54 +214,6 @@ INSTANTIATE_TEST_SUITE_P(All, EveryCourse,
                              return text::Replace(test.param.unit, " ", "_") + (test.param.fast ? "_fast" : "");
                          });
 
-/// A fault of a Block board and whether the flash can be taken up again in the same run.
-struct Fault {
-    const char* name;
-    int type;
-    const char* unit;
-    const char* words;
-    bool ownRetry;  // false: message 16 ends the program
-};
-
-class EveryFault : public BlockFixture, public testing::WithParamInterface<Fault> {};
-
-TEST_P(EveryFault, EndsInSuccessOrInWordsThatSayWhatToDo)
-{
-    const Fault& fault = GetParam();
-    StartBoard(fault.type, fault.unit);
-    GoToFlash();
-    SetFault(fault.words);
-    const bool done = FlashRuns(3000);
-    if (!fault.ownRetry) {
-        EXPECT_FALSE(done);
-        EXPECT_TRUE(Session.program.bExitRequested);
-        EXPECT_TRUE(pc.BoxWasShown("Exit the program, launch Burnline and try again."));
-        return;
-    }
-    ASSERT_TRUE(done) << frmWizard.txtStatus.Text() << pc.Log();
-    ExpectBlocksEqualFiles();
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, EveryFault,
-    testing::Values(Fault{"SilentAtTheFirstBlock", 20, "RF6 LM", "silent 1", true},
-                    Fault{"SilentInTheMiddle", 20, "RF6 LM", "silent 400", true},
-                    Fault{"SilentAtTheLastBlock", 20, "RF6 LM", "silent 919", true},
-                    Fault{"SilentInTheBootArea", 20, "RF6 LM", "boot-silent 5", true},
-                    Fault{"WrongEchoAtTheFirstBlock", 20, "RF6 LM", "wrong-echo 1", true},
-                    Fault{"WrongEchoAtTheLastBlock", 20, "RF6 LM", "wrong-echo 919", true},
-                    Fault{"SilentAtTheFirstBlockOfTheBootArea", 20, "RF6 LM", "boot-silent 1", true},
-                    Fault{"SilentAtTheLastBlockOfTheBootArea", 20, "RF6 LM", "boot-silent 24", true},
-                    Fault{"WrongEchoAtTheFirstBlockOfTheBootArea", 20, "RF6 LM", "boot-wrong-echo 1", true},
-                    Fault{"WrongEchoInTheMiddleOfTheBootArea", 20, "RF6 LM", "boot-wrong-echo 12", true},
-                    Fault{"WrongEchoInTheMiddle", 20, "RF6 LM", "wrong-echo 400", true},
-                    Fault{"WrongEchoInTheBootArea", 20, "RF6 LM", "boot-wrong-echo 24", true},
-                    Fault{"WrongEchoInTheBootAreaOfASmallBoard", 11, "BRIX RF", "boot-wrong-echo 3", false},
-                    Fault{"SilentBoardWithoutASecondAttempt", 11, "BRIX RF", "silent 400", false},
-                    Fault{"PowerLost", 15, "TOSA", "power-lost 300", true},
-                    Fault{"LaggingAnswers", 16, "DOCKSIDE", "lag", true}),
-    [](const auto& test) { return test.param.name; });
-
 TEST_F(BlockFixture, BadRepliesAndTimeOutsOfTheThreeStageBoardAreResentUpToTheirLimits)
 {
     StartBoard(21, "RF7 NEW");
@@ -282,29 +234,6 @@ TEST_F(BlockFixture, FiveSilencesSpreadOverTheFileFailTheThreeStageBoardsTransfe
     ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text();
     EXPECT_TRUE(text::Holds(pc.Log(), "Will retry entire flash")) << "the time-outs add up, whatever lies between them";
     ExpectStage(1, "main.S19");
-}
-
-TEST_F(BlockFixture, PowerLostWhileALaterStageErasesIsMendedByTheNextPowerCycle)
-{
-    StartBoard(21, "RF7");
-    GoToFlash();
-    ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_SEND_RF7; }, 600));
-    SetFault("power-lost-erasing");
-    ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text();
-    ExpectStage(2, "F61340B.S19");
-    ExpectStage(3, "F61357B.S19");
-}
-
-TEST_F(BlockFixture, PowerLostAtTheFastSpeedIsMendedByTheNextPowerCycle)
-{
-    StartBoard(21, "RF7");
-    SetSetting(SETTING_USE_FAST_BAUD, "True");
-    GoToFlash();
-    ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_SEND_RF7; }, 600));
-    SetFault("power-lost 20");
-    ASSERT_TRUE(FlashRuns(3000)) << frmWizard.txtStatus.Text() << pc.Log();
-    ExpectStage(1, "main.S19");
-    ExpectStage(3, "F61357B.S19");
 }
 
 class USBLink : public BlockFixture {

@@ -44,33 +44,6 @@ INSTANTIATE_TEST_SUITE_P(All, EveryLineBoard,
                                          std::pair{17, ""}, std::pair{18, ""}, std::pair{19, ""}),
                          [](const auto& test) { return "Type" + std::to_string(test.param.first); });
 
-/// A fault, and how often it may cost a resend; the flash ends well all the same.
-struct Recoverable {
-    const char* name;
-    const char* fault;
-};
-
-class RecoverableFault : public FlashFixture, public testing::WithParamInterface<Recoverable> {};
-
-TEST_P(RecoverableFault, CostsTimeAndNothingElse)
-{
-    Start(5);
-    GoToFlash();
-    SetFault(GetParam().fault);
-    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
-    ExpectMemoryEqualsFile();
-    Finish();
-    EXPECT_EQ(parametersBefore, Preserved());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, RecoverableFault,
-    testing::Values(Recoverable{"SilentAtTheFirstLine", "silent 1"}, Recoverable{"SilentAtTheLastLine", "silent 11"},
-                    Recoverable{"RefusedFourTimes", "refuse 4 4"}, Recoverable{"BothAnswersAtOnce", "both 3"},
-                    Recoverable{"NoiseBetweenReplies", "noise"}, Recoverable{"SignOnInTwoPieces", "split-sign-on"},
-                    Recoverable{"PreflashCommandUnansweredOnce", "mute BIASAZ"}),
-    [](const auto& test) { return test.param.name; });
-
 class HopelessFault : public FlashFixture {
 protected:
     int Times(const std::string& words) const
@@ -149,18 +122,6 @@ TEST_F(HopelessFault, AnEraseWithoutEndEndsInTheQuestion)
     SetFault("no-erase-end always");
     RunToQuestion(Answer::Cancel);
     ExpectTheWholeLadder();
-}
-
-TEST_F(HopelessFault, PowerLostInTheMiddleIsMendedByThePowerCycleThatIsAskedFor)
-{
-    Start(0);
-    GoToFlash();
-    SetFault("power-lost 6");
-    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text();
-    EXPECT_EQ(1, Times("++>FLASHING_ERROR_CAN_RETRY: Will retry entire flash"));
-    ExpectMemoryEqualsFile();
-    Finish();
-    EXPECT_EQ(parametersBefore, Preserved());
 }
 
 TEST_F(FlashFixture, WhatIsSentIsWhatWasTestedWithoutBlankLines)

@@ -131,10 +131,7 @@ Form CalUp(const Told& told)
 }
 
 /// "FEC Hits 1: 0A3F" answers "FECHITS1,0000", which only reads.
-Form Hits(const Told& told)
-{
-    return told.command.substr(0, told.command.find(',')) + "," + text::Trim(told.words);
-}
+Form Hits(const Told& told) { return told.command.substr(0, told.command.find(',')) + "," + text::Trim(told.words); }
 
 /// ">GPS,39.12,N,105.02,W,(ACTIVE)" gives "GPS,39,N,105,W".
 Form WholeDegrees(const Told& told)

@@ -62,17 +62,18 @@ bool IsErrorWord(const std::string& line)
 }
 
 /// Counts the answers in what was heard and takes them out; the beginning of one stays. "SA" counts with its third
-/// character, an error word with the end of its line.
+/// character, whatever single bytes the line has put ahead of it, an error word with the end of its line.
 Answers TakeAnswers(std::string& heard)
 {
     Answers answers;
-    constexpr std::size_t judged = 3;
+    constexpr std::size_t judged = 3, mostNoise = 2;
     for (;;) {
         heard.erase(0, heard.find_first_not_of("\r\n"));
         const std::size_t end = heard.find_first_of("\r\n");
-        const bool isSA = text::StartsWith(heard, "SA");
-        if (end == std::string::npos && !(isSA && heard.size() >= judged)) return answers;
         const std::string line = heard.substr(0, end);
+        const std::size_t answer = line.find("SA");
+        const bool isSA = answer <= mostNoise;
+        if (end == std::string::npos && !(isSA && heard.size() >= answer + judged)) return answers;
         if (isSA)
             ++answers.acknowledged;
         else if (IsErrorWord(line))

@@ -115,14 +115,26 @@ TEST_F(HopelessFault, AnAntennaThatNeverSignsOnIsWaitedForWithWordsThatSayWhatTo
     ExpectMemoryEqualsFile();
 }
 
-TEST_F(HopelessFault, AnEraseWithoutEndEndsInTheQuestion)
+class LateAnswer : public FlashFixture, public testing::WithParamInterface<const char*> {};
+
+/// Whoever has run ahead of the antenna repeats the wrong line at the refusal.
+TEST_P(LateAnswer, CostsTimeAndNothingElse)
 {
     Start(5);
     GoToFlash();
-    SetFault("no-erase-end always");
-    RunToQuestion(Answer::Cancel);
-    ExpectTheWholeLadder();
+    ASSERT_TRUE(pc.RunUntil([] { return Session.link.iCommMode == STATE_SEND_LINES; }, 600));
+    SetFault(GetParam());
+    SetFault("refuse 9");
+    ASSERT_TRUE(FlashRuns()) << frmWizard.txtStatus.Text() << pc.Log();
+    SetFault("clear");
+    pc.RunFor(5);
+    ExpectMemoryEqualsFile();
+    EXPECT_TRUE(text::Holds(frmWizard.txtStatus.Text(), "The antenna answers late, after "));
+    Finish();
+    EXPECT_EQ(parametersBefore, Preserved());
 }
+
+INSTANTIATE_TEST_SUITE_P(All, LateAnswer, testing::Values("late 3 1500", "slow 1160", "busy about 1 1900 86575"));
 
 TEST_F(FlashFixture, WhatIsSentIsWhatWasTestedWithoutBlankLines)
 {

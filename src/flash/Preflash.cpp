@@ -51,7 +51,7 @@ void GoOnWithoutParameters()
     std::string lost;
     for (const std::string& command : Session.plan->sPreflashCmds)
         if (IsRestored(command)) lost += (lost.empty() ? "" : ", ") + NameOf(command);
-    if (!UserGoesOn(silent, lost.empty() ? "none" : lost)) return Stop();
+    if (!lost.empty() && !UserGoesOn(silent, lost)) return Stop();
     StatusTextUpdate("RETRIED 5 TIMES, WILL CONTINUE WITHOUT");
     StatusTextUpdate("RETRIEVING ANTENNA PARAMETERS");
     Session.flash.bSkipParams = true;

@@ -14,6 +14,7 @@ struct WizardForm {
         SSTab1.List = {"Antenna Info", "Antenna Control", "Update GPS", "Calibration", "Install Sats", "Advanced"};
         SSTab1.ListIndex = 0;
         cmdAnotherBoard.Visible = false;
+        tblParameters.Visible = false;
         optNorth.Group = optSouth.Group = "Latitude";
         for (int of = 0; of < optEast.size(); ++of) optEast[of].Group = optWest[of].Group = optEast[of].Name;
     }

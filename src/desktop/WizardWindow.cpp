@@ -31,6 +31,7 @@ WizardWindow::WizardWindow(Binder& binder, CaughtFailure& caught)
     portState_.setObjectName(u"portState"_qs);
     portState_.setTextFormat(Qt::PlainText);
     ui_->statusBar->addWidget(&portState_);
+    ui_->tableHolder->hide();
     connect(ui_->steps, &QStackedWidget::currentChanged, this, &WizardWindow::ShowStep);
     connect(ui_->mnuCommPort, &QMenu::aboutToShow, this, [this] { binder_.Act(mnuCommPort_Open); });
     ui_->findBar->SearchIn(*ui_->Text1);
@@ -70,6 +71,7 @@ void WizardWindow::ShowStep(int step)
 {
     ui_->road->SetStep(step);
     ui_->road->setVisible(step > 0);  // the diagnostics lie beside the road
+    ui_->tableHolder->setVisible(step >= ui_->steps->indexOf(ui_->fraStep_7));
     if (auto* page = qobject_cast<QScrollArea*>(ui_->steps->widget(step))) page->verticalScrollBar()->setValue(0);
 }
 

@@ -124,7 +124,7 @@ void ParametersOut()
         R"("after":"not told","before":"DSS_101,DSS_119","equal":false,"event":"parameter","name":"SATINSTALL")",
         R"("after":"QEL Orbimaster NEVA Ver 4.07","before":"QEL Orbimaster NEVA Ver 4.07","event":"version")",
         "if it is lost, enter SATINSTALL,DSS_101,DSS_119",
-        "Please Check",
+        "is not known to hold all that it held before",
         R"("exitCode":7)"};
     EXPECT_EQ(FirstOutOfOrder(bench.console->Output(), left), "") << bench.console->Output();
     bench.ExpectState({"software=yes"});

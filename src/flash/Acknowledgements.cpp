@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "display/Display.h"
 #include "persistence/Logs.h"
@@ -39,6 +40,7 @@ void NoteSlowness()
 void BeginUnit()
 {
     Session.attempt.iAcknowledged = Session.attempt.iRefused = 0;
+    Session.attempt.bEarly = false;
     Session.attempt.sentAt.clear();
     Session.attempt.answeredAfter.clear();
 }
@@ -46,12 +48,13 @@ void BeginUnit()
 /// True when the unit can't have left yet, on a line that takes its time: nothing has come so early but now and then.
 bool IsTooEarly()
 {
-    constexpr int fewest = 3, often = 8;
+    constexpr int fewest = 10, often = 10;
+    constexpr double surely = 0.7;
     constexpr double bitsAByte = 10;
     if (Session.attempt.sentAt.size() != 1) return false;
     const double speed = text::Val(MSComm1->Settings());
     const double leaves = static_cast<double>(Session.attempt.vCurrentLine.size()) * bitsAByte / std::max(speed, 1.0);
-    const bool early = computer->Seconds() - Session.attempt.sentAt.front() < leaves * 0.8;
+    const bool early = computer->Seconds() - Session.attempt.sentAt.front() < leaves * surely;
     ++(early ? Session.flash.iEarly : Session.flash.iTimely);
     return early && Session.flash.iTimely >= fewest + often * (Session.flash.iEarly - 1);
 }
@@ -62,7 +65,7 @@ bool IsAnswerOwed() { return Came() < static_cast<int>(Session.attempt.sentAt.si
 
 Standing NoteAnswers(const Answers& answers)
 {
-    if (!IsAnswerOwed() || IsTooEarly()) return Standing::Unanswered;
+    if (!IsAnswerOwed()) return Standing::Unanswered;
     const bool single = Session.attempt.sentAt.size() == 1;
     // To a line that was sent once, "$" counts whatever stands behind it.
     const int refused = single && answers.acknowledged > 0 ? 0 : answers.refused;
@@ -76,9 +79,19 @@ Standing NoteAnswers(const Answers& answers)
     return StandingNow();
 }
 
+Standing NoteLineAnswers(const Answers& answers)
+{
+    const bool wasEarly = std::exchange(Session.attempt.bEarly, false);
+    if (!wasEarly && answers.acknowledged > 0 && IsTooEarly()) {
+        Session.attempt.bEarly = true;
+        return Standing::Unanswered;
+    }
+    return NoteAnswers(answers);
+}
+
 Standing StandingNow()
 {
-    if (Session.attempt.iAcknowledged > 0) return Standing::In;
+    if (Session.attempt.bEarly || Session.attempt.iAcknowledged > 0) return Standing::In;
     return Session.attempt.iRefused > 0 ? Standing::Refused : Standing::Unanswered;
 }
 
@@ -91,6 +104,9 @@ short PatienceTicks(short usual)
 
 short QuietTicks()
 {
+    constexpr double moment = 0.2;
+    if (Session.attempt.bEarly)
+        return static_cast<short>(std::ceil((Session.flash.slowestAnswer + moment) * ticksASecond));
     // An answer to a unit that was sent more than once may be to the first send.
     constexpr double longest = 20, margin = 1.5;
     const double sent = Session.attempt.sentAt.empty() ? computer->Seconds() : Session.attempt.sentAt.front();

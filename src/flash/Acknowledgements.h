@@ -22,10 +22,13 @@ void BeginUnit();
 /// It is sent; one more answer is owed.
 void NoteSend();
 
-/// Adds what has come. What nobody owes, like an answer that the line has doubled, is dropped: so is one that comes
-/// before its line can have left. The first answer that
+/// Adds what has come. What nobody owes, like an answer that the line has doubled, is dropped. The first answer that
 /// took longer than a second is told.
 Standing NoteAnswers(const Answers& answers);
+
+/// The same for a line or record. An answer that comes before its line can have left may be that of the line before,
+/// doubled: it counts only when no other one follows for a moment.
+Standing NoteLineAnswers(const Answers& answers);
 
 /// How it stands when nothing more is waited for.
 Standing StandingNow();

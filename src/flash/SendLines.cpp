@@ -112,7 +112,7 @@ void OnLineReply(const std::string& chunk)
     const Answers answers = AnswersIn(chunk);
     if (answers.acknowledged + answers.refused == 0) return;
     if (Session.attempt.bAtEnd) return FailOnSurplus();
-    const Standing standing = NoteAnswers(answers);
+    const Standing standing = NoteLineAnswers(answers);
     if (standing == Standing::Unanswered) Session.link.iWaitTicks = QuietTicks();
     GoOn(standing);
 }

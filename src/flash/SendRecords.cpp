@@ -132,7 +132,7 @@ void OnRecordReply(const std::string& chunk)
     const Answers answers = TakeAnswers(Session.link.sCommLine);
     if (answers.acknowledged + answers.refused == 0) return;
     if (Session.attempt.bAtEnd) return FailOnSurplus();
-    const Standing standing = NoteAnswers(answers);
+    const Standing standing = NoteLineAnswers(answers);
     if (standing == Standing::Unanswered) Session.link.iWaitTicks = QuietTicks();
     GoOn(standing);
 }

@@ -192,6 +192,7 @@ struct Attempt {
     std::vector<double> sentAt;           // when the line in flight was sent, each time; seconds
     std::vector<double> answeredAfter;    // how long its answers took, in the order of the sends; seconds
     int iAcknowledged = 0, iRefused = 0;  // its answers
+    bool bEarly = false;                  // one came before it can have left
     bool bAtEnd = false;                  // all lines are in; the antenna is listened to for what it owes
     std::int16_t iTotalRetries = 0;       // resends of this try
     std::int32_t lFlashPos = 0;

@@ -126,7 +126,8 @@ constexpr Message messages[] = {
     {29, OK, Answer::OK, None, "", nullptr, "++>FLASHING_ERROR_AUTO_RETRY", false},
     {30, OK, Answer::OK, Critical, "QEL Burnline Assistant",
      "The bootloader has been upgraded, but the antenna has not.  \n\n"
-     "Please switch the antenna off, wait ten seconds, and switch it on again: the flash then goes on by itself.  Leave "
+     "Please switch the antenna off, wait ten seconds, and switch it on again: the flash then goes on by itself.  "
+     "Leave "
      "the Burnline Assistant running.\n\n"
      "If it is closed all the same: the board is a {detail}.  Please remember this board; it can then be selected by "
      "hand.",

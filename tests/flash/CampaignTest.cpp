@@ -15,6 +15,7 @@
 #include <set>
 
 #include "forms/frmWizard.h"
+#include "knowledge/BoardTable.h"
 #include "link/Mode.h"
 #include "persistence/INIUtilities.h"
 #include "platform/Failure.h"
@@ -497,6 +498,28 @@ struct FlashSession {
     sim::Dice dice;
     std::vector<Fault> faults;
 };
+
+TEST(PortAway, CostsTimeAndNothingElseWheneverItGoes)
+{
+    std::size_t turn = 0;
+    for (std::size_t road = 0; road < Roads().size(); ++road)
+        for (const auto& [phase, share] : UndisturbedOf(Roads()[road]).shares) {
+            if (phase == Phase::Free || (usualSessions < 1000 && road % 8 > 0)) continue;
+            constexpr std::array away{300, 3000, 30000, 300000};  // milliseconds
+            constexpr std::array behind{0.0, 0.5, 0.95};          // of the phase
+            FlashSession session(road);
+            session.faults = {{"port " + std::to_string(away[turn % away.size()]), phase,
+                               share.seconds * behind[turn % behind.size()]}};
+            const Verdict verdict = session.Outcome();
+            // A block can't be sent again, and six boards get no second try in the same run: they say so.
+            const bool mayFail = !BoardOf(session.road.unit->board).retriesFlash && phase >= Phase::Resetting;
+            EXPECT_TRUE(verdict.end == Verdict::Success || (mayFail && verdict.end == Verdict::Told))
+                << session.road.Name() << " " << session.faults[0].words << " " << session.faults[0].after
+                << " s behind " << static_cast<int>(phase) << verdict.cause << verdict.wrong
+                << text::Right(verdict.log, 1500);
+            ++turn;
+        }
+}
 
 std::size_t Wanted(const char* name)
 {

@@ -12,6 +12,7 @@
 #include "forms/frmWizard.h"
 #include "host/ShippedFiles.h"
 #include "platform/Machine.h"
+#include "platform/ProgramFiles.h"
 #include "session/Session.h"
 #include "wizard/frmWizard_Events.h"
 
@@ -126,10 +127,8 @@ std::string HostComputer::ProgramDirectory() { return directory_; }
 
 bool HostComputer::PrevInstance()
 {
-    lock_ = std::make_unique<QLockFile>(QString::fromStdString(directory_) + u"/Burnline.lock"_qs);
-    lock_->setStaleLockTime(0);  // however old: only the lock of a dead process gives way
     // A directory that can't be written holds no lock of anybody; that it can't is told when the log is opened.
-    return !lock_->tryLock(0) && lock_->error() == QLockFile::LockFailedError;
+    return !lock_.Take(PathOf(directory_) / "Burnline.lock");
 }
 
 void HostComputer::SetHighPriority(bool high) { PreferThisProcess(high); }

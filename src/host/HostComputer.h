@@ -4,7 +4,6 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QLockFile>
 #include <QTimer>
 #include <memory>
 
@@ -12,6 +11,7 @@
 #include "host/Ports.h"
 #include "host/SerialLink.h"
 #include "platform/Computer.h"
+#include "platform/FileLock.h"
 
 class HostComputer : public Computer {
 public:
@@ -54,7 +54,7 @@ private:
     SerialLink& link_;
     QTimer timer1_, timer2_;
     QElapsedTimer sinceDispatch_;
-    std::unique_ptr<QLockFile> lock_;
+    FileLock lock_;
 };
 
 /// Where settings, logs, configuration and flash files lie; made when it isn't there yet. `wanted` comes first, then

@@ -25,7 +25,7 @@ Settings settings;
 
 /// False until the file was read, or found missing. A file that couldn't be read is never written over.
 bool maySave = false;
-bool firstStart = false;
+bool portChosen = true;
 
 fs::path ConfigFile() { return ProgramFile(FileName); }
 fs::path OldFile() { return ProgramFile(FileName + ".old"); }
@@ -83,6 +83,7 @@ void TakeOver(const OldSettings& old, Settings& loaded)
                  {SETTING_UPDATE_URL, old.UpdateURL}};
     for (const auto& [index, value] : found)
         if (!value.empty()) loaded[static_cast<std::size_t>(index)].Value = value;
+    if (!old.CommPort.empty()) portChosen = true;
 }
 
 /// A file of zeros is what a laptop leaves that has lost its power: it holds nothing.
@@ -95,8 +96,8 @@ Settings LoadSettings()
 {
     UndoInterruptedSave();
     SettingPairs pairs;
-    firstStart = !Exists(ConfigFile());
-    if (!firstStart) {
+    portChosen = Exists(ConfigFile());
+    if (portChosen) {
         const std::string content = ReadWholeFile(ConfigFile(), MaxFileSize);
         if (IsWreck(content))
             LogEarly("++>Settings: " + FileName + " holds nothing but zeros, the defaults are used");
@@ -191,7 +192,7 @@ void GetDefaultValues()
     if (!IsExitRequested()) Guarded("GetDefaultValues", RemoveOldSettings);
 }
 
-bool IsFirstStart() { return firstStart; }
+bool IsPortChosen() { return portChosen; }
 
 std::string GetSetting(int index)
 {
@@ -206,6 +207,7 @@ void SetSetting(int index, const std::string& value)
         WriteLogLine("Unable to write INI file with parameter #" + text::Num(index) + ".  No such parameter number.");
     else  // a value is one line of the file, wherever it came from
         settings[index].Value = index == 0 ? value : text::Replace(text::Replace(value, "\r", ""), "\n", " ");
+    if (index == SETTING_COMM_PORT) portChosen = true;
     // Should the program end before a forced zero goes back, the file says what it was.
     if (index == SETTING_TRANSMIT_DELAY && value == "0") settings[SETTING_TRANSMIT_DELAY_ORIGINAL].Written = true;
     SaveConfigFile();

@@ -21,8 +21,8 @@ inline constexpr int SETTING_COMPARE_PARAMETERS = 14;
 /// Loads the settings at program start; a failure is told and ends the program.
 void GetDefaultValues();
 
-/// True when there were no settings yet at program start.
-bool IsFirstStart();
+/// False when there were no settings yet at program start and no port was set since.
+bool IsPortChosen();
 
 /// The setting's text; empty for number 7 (on purpose) and for a number that isn't there.
 std::string GetSetting(int index);

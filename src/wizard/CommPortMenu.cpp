@@ -112,7 +112,7 @@ void ChooseCommPortAtLoad()
         TellPortProblem(21, "FormLoad");
     } else if (port == 0) {
         TakeFirstPort();
-    } else if (found.currentState == PORT_MISSING && IsFirstStart() && found.nextItem == 2) {
+    } else if (found.currentState == PORT_MISSING && !IsPortChosen() && found.nextItem == 2) {
         SelectCommPort(1);  // nobody has chosen a port yet, and there is only one
     } else if (found.currentState == PORT_MISSING) {
         ShowPortStatus("COM port: COM Port not found (COM" + text::Num(port) + ").", true);

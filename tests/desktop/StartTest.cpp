@@ -13,6 +13,7 @@ namespace {
 TEST_F(RealWindow, sends_a_second_one_in_its_directory_away_and_leaves_one_elsewhere_alone)
 {
     BarePort port(home.AntennaLink());
+    WriteAll(home.Path("Burnline.lock"), "");  // left by one that was killed
     StartWizard();
     wizard->WaitForText("lblCommPortStatus", "Waiting on COM7");
     WizardProcess second(home.Path(""));

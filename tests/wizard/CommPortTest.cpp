@@ -1,3 +1,4 @@
+#include "link/SerialPortIO.h"
 #include "tests/wizard/WizardFixture.h"
 
 namespace {
@@ -30,6 +31,21 @@ TEST_F(CommPort, without_one_in_the_settings_the_first_is_taken_and_kept)
     EXPECT_EQ(Menu(), "COM3* COM7 ");
     EXPECT_EQ(GetSetting(SETTING_COMM_PORT), "3");
     EXPECT_GT(Session.link.iCommID, 0);
+}
+
+TEST_F(CommPort, the_only_one_is_taken_at_the_first_start_unless_another_was_asked_for)
+{
+    for (const char* asked : {"", "9"}) {
+        std::filesystem::remove(world.directory / "Burnline.ini");
+        world.ports = {{12, PORT_USABLE}};
+        GetDefaultValues();
+        if (*asked != 0) SetSetting(SETTING_COMM_PORT, asked);
+        ConnectForms();
+        FormLoad();
+        EXPECT_EQ(GetSetting(SETTING_COMM_PORT), *asked == 0 ? "12" : "9");
+        EXPECT_EQ(Session.link.iCommID > 0, *asked == 0);
+        CloseComm();
+    }
 }
 
 TEST_F(CommPort, one_that_can_not_be_used_is_told_once_and_stays_closed)

@@ -1,6 +1,6 @@
 #pragma once
-// A lock on a file that the system releases when its program ends, however it ends: nothing that a killed program leaves
-// behind locks anybody out.
+// A lock on a file that the system releases when its program ends, however it ends: nothing that a killed program
+// leaves behind locks anybody out.
 
 #include <cstdint>
 #include <filesystem>
